@@ -1,0 +1,75 @@
+// XStringStream.cpp: text forms of the `$` formatter's arguments and the stream set-up.
+#include "orv/XStringStream.h"
+
+#include <QtCore/QLocale>
+
+#include <charconv>
+#include <cmath>
+
+namespace orv {
+
+namespace format {
+
+namespace {
+
+void appendChars(QString &out, char const *begin, char const *end) {
+    out.append(QLatin1String(begin, static_cast<int>(end - begin)));
+}
+
+// Beyond this magnitude std::to_chars and Qt's fixed notation may disagree on
+// the digits, so such numbers take Qt's path like every QTextStream does.
+constexpr double largestCharconvReal = 1e15;
+
+} // namespace
+
+void append(QString &out, char const *text) { out.append(QLatin1String(text ? text : "nullptr")); }
+
+void append(QString &out, bool value) { out.append(QLatin1String(value ? "true" : "false")); }
+
+void append(QString &out, long long value) {
+    char buffer[24];
+    appendChars(out, buffer, std::to_chars(buffer, buffer + sizeof buffer, value).ptr);
+}
+
+void append(QString &out, unsigned long long value) {
+    char buffer[24];
+    appendChars(out, buffer, std::to_chars(buffer, buffer + sizeof buffer, value).ptr);
+}
+
+void append(QString &out, double value) {
+    if (!std::isfinite(value) || std::fabs(value) >= largestCharconvReal) {
+        out.append(QLocale::c().toString(value, 'f', 6));
+        return;
+    }
+    char buffer[48];
+    auto result = std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::fixed, 6);
+    appendChars(out, buffer, result.ptr);
+}
+
+} // namespace format
+
+QString pointerString(void const *pointer) {
+    return pointer ? QString::asprintf("%p", pointer) : QStringLiteral("0x0");
+}
+
+XStringStream::XStringStream() { setLibraryDefaults(); }
+
+XStringStream::XStringStream(QString &text) : QTextStream(&text) { setLibraryDefaults(); }
+
+XStringStream::XStringStream(QString *text) : QTextStream(text) { setLibraryDefaults(); }
+
+XStringStream::XStringStream(QByteArray *bytes) : QTextStream(bytes) { setLibraryDefaults(); }
+
+XStringStream::XStringStream(QByteArray const &bytes) : QTextStream(bytes) { setLibraryDefaults(); }
+
+XStringStream::XStringStream(FILE *file) : QTextStream(file) { setLibraryDefaults(); }
+
+XStringStream::XStringStream(QIODevice *device) : QTextStream(device) { setLibraryDefaults(); }
+
+void XStringStream::setLibraryDefaults() {
+    setCodec("UTF-8");
+    setRealNumberNotation(QTextStream::FixedNotation);
+    setRealNumberPrecision(6);
+}
+
+} // namespace orv
