@@ -1,0 +1,37 @@
+#!/usr/bin/env bash
+# Builds orv base and runs every test with ctest.
+#   scripts/test.sh              RelWithDebInfo build in build/, all tests, then the package check
+#   scripts/test.sh --sanitize   the same under -fsanitize=address,undefined, in build-asan/
+#   scripts/test.sh --tsan       ThreadSanitizer build in build-tsan/, the threaded tests only
+set -euo pipefail
+root=$(cd "$(dirname "$0")/.." && pwd)
+
+usage() { sed -n '2,5s/^# \{0,1\}//p' "$0"; }
+
+mode=${1:-}
+cmake_args=()
+ctest_args=()
+case "$mode" in
+"") build=build ;;
+--sanitize)
+    build=build-asan
+    cmake_args=(-DORV_SANITIZE=address,undefined -DORV_BUILD_BENCHMARKS=OFF -DORV_BUILD_EXAMPLES=OFF)
+    export ASAN_OPTIONS=${ASAN_OPTIONS:-detect_leaks=1:abort_on_error=0}
+    export UBSAN_OPTIONS=${UBSAN_OPTIONS:-print_stacktrace=1:halt_on_error=1}
+    ;;
+--tsan)
+    build=build-tsan
+    cmake_args=(-DORV_SANITIZE=thread -DORV_BUILD_BENCHMARKS=OFF -DORV_BUILD_EXAMPLES=OFF)
+    # Threads, watchers, schedulers and timers live in these test folders.
+    ctest_args=(-L '^(tools_thread|tools_time)$')
+    export TSAN_OPTIONS=${TSAN_OPTIONS:-suppressions=$root/scripts/tsan.supp:halt_on_error=1:second_deadlock_stack=1}
+    ;;
+-h | --help) usage; exit 0 ;;
+*) echo "test.sh: unknown option '$mode'" >&2; usage >&2; exit 2 ;;
+esac
+
+"$root/scripts/bootstrap.sh"
+jobs=$(nproc)
+cmake -S "$root" -B "$root/$build" -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo "${cmake_args[@]}" >/dev/null
+cmake --build "$root/$build" -j "$jobs"
+ctest --test-dir "$root/$build" --output-on-failure -j "$jobs" "${ctest_args[@]}"
