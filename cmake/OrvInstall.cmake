@@ -17,5 +17,6 @@ write_basic_package_version_file(${CMAKE_CURRENT_BINARY_DIR}/OrvBaseConfigVersio
 install(FILES ${CMAKE_CURRENT_BINARY_DIR}/OrvBaseConfig.cmake
   ${CMAKE_CURRENT_BINARY_DIR}/OrvBaseConfigVersion.cmake DESTINATION ${orv_cmake_dir})
 
+file(RELATIVE_PATH ORV_PC_PREFIX_FROM_PCDIR /${CMAKE_INSTALL_LIBDIR}/pkgconfig /)
 configure_file(cmake/orv-base.pc.in ${CMAKE_CURRENT_BINARY_DIR}/orv-base.pc @ONLY)
 install(FILES ${CMAKE_CURRENT_BINARY_DIR}/orv-base.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
