@@ -3,9 +3,23 @@
 // of the library tests the platform.
 #pragma once
 
+#include <ctime>
+
 namespace orv::platform {
 
 // The kernel's id of the calling thread (not a Qt or pthread handle).
 unsigned int threadId();
+
+// Wall-clock time in ticks of 100 ns since 1970-01-01 00:00:00 UTC.
+unsigned long long ticks100ns();
+// A clock that never jumps, in nanoseconds from an arbitrary origin.
+unsigned long long monotonicNs();
+// Broken-down time of seconds since 1970: in UTC, and in the zone TZ names.
+std::tm utcTm(long long seconds);
+std::tm localTm(long long seconds);
+
+// The error number of the last failed socket call, and whether it means a timeout.
+int lastSocketError();
+bool isTimeout(int socketError);
 
 } // namespace orv::platform
