@@ -46,4 +46,10 @@ int lastSocketError() { return errno; }
 
 bool isTimeout(int socketError) { return socketError == ETIMEDOUT; }
 
+QByteArray getEnv(char const *name) { return qgetenv(name); }
+
+bool setEnv(char const *name, QByteArray const &value) { return qputenv(name, value); }
+
+char pathListSeparator() { return ':'; }
+
 } // namespace orv::platform

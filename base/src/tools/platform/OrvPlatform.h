@@ -3,6 +3,8 @@
 // of the library tests the platform.
 #pragma once
 
+#include <QtCore/QByteArray>
+
 #include <ctime>
 
 namespace orv::platform {
@@ -21,5 +23,12 @@ std::tm localTm(long long seconds);
 // The error number of the last failed socket call, and whether it means a timeout.
 int lastSocketError();
 bool isTimeout(int socketError);
+
+// The process environment; names are compared as the system does (case-sensitive
+// here). getEnv gives a null array for an unset name.
+QByteArray getEnv(char const *name);
+bool setEnv(char const *name, QByteArray const &value);
+// Separates the entries of PATH-like lists.
+char pathListSeparator();
 
 } // namespace orv::platform
