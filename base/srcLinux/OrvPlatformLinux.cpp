@@ -1,8 +1,11 @@
 // OrvPlatformLinux.cpp: Linux bodies of the platform calls.
 #include "tools/platform/OrvPlatform.h"
 
+#include <QtCore/QFile>
+
 #include <cerrno>
 #include <chrono>
+#include <cstdio>
 #include <mutex>
 
 #include <sys/syscall.h>
@@ -51,5 +54,16 @@ QByteArray getEnv(char const *name) { return qgetenv(name); }
 bool setEnv(char const *name, QByteArray const &value) { return qputenv(name, value); }
 
 char pathListSeparator() { return ':'; }
+
+// glibc's off_t is 64 bits wide on this target, so the o-forms cover large files.
+std::FILE *fopenPath(QString const &path, char const *mode) {
+    return std::fopen(QFile::encodeName(path).constData(), mode);
+}
+
+bool seek64(std::FILE *fp, long long pos) {
+    return ::fseeko(fp, static_cast<off_t>(pos), SEEK_SET) == 0;
+}
+
+long long tell64(std::FILE *fp) { return static_cast<long long>(::ftello(fp)); }
 
 } // namespace orv::platform

@@ -4,7 +4,9 @@
 #pragma once
 
 #include <QtCore/QByteArray>
+#include <QtCore/QString>
 
+#include <cstdio>
 #include <ctime>
 
 namespace orv::platform {
@@ -30,5 +32,11 @@ QByteArray getEnv(char const *name);
 bool setEnv(char const *name, QByteArray const &value);
 // Separates the entries of PATH-like lists.
 char pathListSeparator();
+
+// A C stream on path, named as the file system wants it; null on failure.
+std::FILE *fopenPath(QString const &path, char const *mode);
+// 64-bit stream positions: seek from the start (false on failure), tell (-1 on failure).
+bool seek64(std::FILE *fp, long long pos);
+long long tell64(std::FILE *fp);
 
 } // namespace orv::platform
