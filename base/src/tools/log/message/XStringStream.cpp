@@ -20,6 +20,21 @@ void appendChars(QString &out, char const *begin, char const *end) {
 // the digits, so such numbers take Qt's path like every QTextStream does.
 constexpr double largestCharconvReal = 1e15;
 
+// std::to_chars rounds an exact tie to even, Qt's fixed notation rounds it away
+// from zero. With six decimals a tie is a number whose lowest set bit is 2^-7,
+// that is one for which x * 128 is an odd integer (the scaling is exact).
+bool isSixDecimalTie(double value) {
+    double const scaled = std::fabs(value) * 128.0;
+    return scaled == std::floor(scaled) && std::fmod(scaled, 2.0) == 1.0;
+}
+
+// Numbers that Qt writes differently from std::to_chars: a negative zero loses
+// its sign there, and ties round away from zero.
+bool needsQtPath(double value) {
+    return !std::isfinite(value) || std::fabs(value) >= largestCharconvReal ||
+           (value == 0.0 && std::signbit(value)) || isSixDecimalTie(value);
+}
+
 } // namespace
 
 void append(QString &out, char const *text) { out.append(QLatin1String(text ? text : "nullptr")); }
@@ -37,7 +52,7 @@ void append(QString &out, unsigned long long value) {
 }
 
 void append(QString &out, double value) {
-    if (!std::isfinite(value) || std::fabs(value) >= largestCharconvReal) {
+    if (needsQtPath(value)) {
         out.append(QLocale::c().toString(value, 'f', 6));
         return;
     }
