@@ -1,0 +1,143 @@
+// XEventListener_test.cpp: keys, firing order, changes while firing and firing from workers.
+#include "orv/XEventListener.h"
+
+#include "support/QtPrinters.h"
+
+#include <gtest/gtest.h>
+
+#include <QtCore/QString>
+
+#include <atomic>
+#include <thread>
+#include <vector>
+
+using orv::XEventListener;
+
+TEST(XEventListener, KeysStartAtOneAndAreNeverReused) {
+    XEventListener<void(int)> event;
+    EXPECT_EQ(event.addListener([](int) {}), 1u);
+    EXPECT_EQ(event.addListener([](int) {}), 2u);
+    EXPECT_EQ(event.addListener([](int) {}), 3u);
+    EXPECT_TRUE(event.removeListener(3));
+    EXPECT_EQ(event.addListener([](int) {}), 4u);
+    event.clear();
+    EXPECT_EQ(event.size(), 0u);
+    EXPECT_EQ(event.addListener([](int) {}), 5u);
+}
+
+TEST(XEventListener, FiresInKeyOrderWithTheArguments) {
+    XEventListener<void(QString)> event;
+    QString trace;
+    for (char const *name : {"a", "b", "c"})
+        event.addListener([&trace, name](QString s) { trace += name + s; });
+    event.fireEvent(QString("1"));
+    EXPECT_EQ(trace, "a1b1c1");
+}
+
+TEST(XEventListener, RemovedListenersDoNotFire) {
+    XEventListener<void(int)> event;
+    int sum = 0;
+    event.addListener([&](int v) { sum += v; });
+    unsigned int const key = event.addListener([&](int v) { sum += 100 * v; });
+    EXPECT_TRUE(event.removeListener(key));
+    EXPECT_FALSE(event.removeListener(key));
+    EXPECT_FALSE(event.removeListener(999));
+    event.fireEvent(2);
+    EXPECT_EQ(sum, 2);
+    EXPECT_EQ(event.size(), 1u);
+}
+
+TEST(XEventListener, DisabledListDoesNotFire) {
+    XEventListener<void()> event;
+    int calls = 0;
+    event.addListener([&] { ++calls; });
+    EXPECT_TRUE(event.isEnabled());
+    event.enable(false);
+    event.fireEvent();
+    EXPECT_EQ(calls, 0);
+    event.enable(true);
+    event.fireEvent();
+    EXPECT_EQ(calls, 1);
+}
+
+TEST(XEventListener, ListenerMayRemoveItselfOrALaterOneWhileFiring) {
+    XEventListener<void()> event;
+    QString trace;
+    unsigned int selfKey = 0;
+    unsigned int lastKey = 0;
+    event.addListener([&] { trace += 'a'; });
+    selfKey = event.addListener([&] {
+        trace += 'b';
+        event.removeListener(selfKey);
+        event.removeListener(lastKey);
+    });
+    event.addListener([&] { trace += 'c'; });
+    lastKey = event.addListener([&] { trace += 'd'; });
+    event.fireEvent();
+    EXPECT_EQ(trace, "abc");
+    event.fireEvent();
+    EXPECT_EQ(trace, "abcac");
+}
+
+TEST(XEventListener, ListenerMayAddAnotherWhileFiring) {
+    XEventListener<void()> event;
+    int adderCalls = 0;
+    int addedCalls = 0;
+    event.addListener([&] {
+        if (++adderCalls == 1)
+            event.addListener([&] { ++addedCalls; });
+    });
+    event.fireEvent();
+    event.fireEvent();
+    EXPECT_EQ(adderCalls, 2);
+    EXPECT_GE(addedCalls, 1);
+    EXPECT_EQ(event.size(), 2u);
+}
+
+TEST(XEventListener, TakingListenersMovesThemWithTheirKeys) {
+    XEventListener<void(int)> from;
+    XEventListener<void(int)> to;
+    int sum = 0;
+    from.addListener([&](int v) { sum += v; });
+    from.addListener([&](int v) { sum += 10 * v; });
+    to.takeListenersFrom(from);
+    to.takeListenersFrom(to);
+    EXPECT_EQ(from.size(), 0u);
+    EXPECT_EQ(to.size(), 2u);
+    from.fireEvent(1);
+    to.fireEvent(1);
+    EXPECT_EQ(sum, 11);
+    EXPECT_EQ(to.addListener([](int) {}), 3u);
+}
+
+TEST(XEventListener, AcceptsAStdFunctionAsTheSignature) {
+    XEventListener<std::function<void(int)>> event;
+    int got = 0;
+    event.addListener([&](int v) { got = v; });
+    event.fireEvent(7);
+    EXPECT_EQ(got, 7);
+}
+
+TEST(XEventListener, WorkersFireWhileOtherWorkersAddAndRemove) {
+    XEventListener<void(int)> event;
+    std::atomic<int> permanentCalls{0};
+    event.addListener([&](int v) { permanentCalls += v; });
+    std::vector<std::thread> threads;
+    for (int t = 0; t < 3; ++t)
+        threads.emplace_back([&] {
+            for (int i = 0; i < 500; ++i)
+                event.fireEvent(1);
+        });
+    threads.emplace_back([&] {
+        for (int i = 0; i < 500; ++i) {
+            unsigned int key = event.addListener([](int) {});
+            event.removeListener(key);
+        }
+        event.addListener([](int) {});
+    });
+    for (std::thread &thread : threads)
+        thread.join();
+    EXPECT_EQ(permanentCalls.load(), 1500);
+    EXPECT_EQ(event.size(), 2u);
+    EXPECT_EQ(event.addListener([](int) {}), 503u);
+}

@@ -1,0 +1,97 @@
+// XMutexLocker_test.cpp: no lock on the main thread, a real lock between workers.
+#include "orv/XMutexLocker.h"
+
+#include <gtest/gtest.h>
+
+#include <QtCore/QMutex>
+
+#include <atomic>
+#include <chrono>
+#include <future>
+#include <thread>
+#include <vector>
+
+using orv::XMutexLocker;
+
+TEST(XMutexLocker, MainThreadPassesAMutexHeldByAWorker) {
+    QMutex mutex;
+    std::promise<void> locked;
+    std::promise<void> release;
+    std::atomic<bool> released{false};
+    std::thread holder([&] {
+        mutex.lock();
+        locked.set_value();
+        // Bounded, so that a locker that does block fails the test instead of hanging it.
+        release.get_future().wait_for(std::chrono::seconds(5));
+        released = true;
+        mutex.unlock();
+    });
+    locked.get_future().wait();
+    {
+        XMutexLocker lock(&mutex);
+        EXPECT_FALSE(released.load());
+    }
+    release.set_value();
+    holder.join();
+}
+
+TEST(XMutexLocker, MainThreadLeavesTheMutexFree) {
+    QMutex mutex;
+    XMutexLocker lock(&mutex);
+    ASSERT_TRUE(mutex.tryLock());
+    mutex.unlock();
+}
+
+TEST(XMutexLocker, NullMutexOnAWorkerIsANoOp) {
+    bool done = false;
+    std::thread worker([&] {
+        XMutexLocker lock(nullptr);
+        done = true;
+    });
+    worker.join();
+    EXPECT_TRUE(done);
+}
+
+TEST(XMutexLocker, WorkersExcludeEachOther) {
+    QMutex mutex;
+    std::atomic<int> inside{0};
+    std::atomic<int> mostInside{0};
+    int counter = 0; // guarded only by the locker
+    std::vector<std::thread> workers;
+    for (int t = 0; t < 4; ++t)
+        workers.emplace_back([&] {
+            for (int i = 0; i < 200; ++i) {
+                XMutexLocker lock(&mutex);
+                int const now = ++inside;
+                if (now > mostInside)
+                    mostInside = now;
+                int const read = counter;
+                std::this_thread::yield();
+                counter = read + 1;
+                --inside;
+            }
+        });
+    for (std::thread &worker : workers)
+        worker.join();
+    EXPECT_EQ(mostInside.load(), 1);
+    EXPECT_EQ(counter, 800);
+}
+
+TEST(XMutexLocker, WorkerHoldsTheMutexUntilTheLockerEnds) {
+    QMutex mutex;
+    bool heldInside = false;
+    bool freeAfter = false;
+    std::thread worker([&] {
+        {
+            XMutexLocker lock(&mutex);
+            std::thread probe([&] { heldInside = !mutex.tryLock(); });
+            probe.join();
+        }
+        freeAfter = mutex.tryLock();
+        if (freeAfter)
+            mutex.unlock();
+    });
+    worker.join();
+    EXPECT_TRUE(heldInside);
+    EXPECT_TRUE(freeAfter);
+}
