@@ -1,0 +1,112 @@
+// XThreadPool_test.cpp: work that really runs on pool threads, and lightweight-thread listeners
+// that run on the main thread.
+#include "orv/XThreadPool.h"
+
+#include "support/EventPump.h"
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <mutex>
+#include <set>
+
+#include <unistd.h>
+
+namespace orv {
+namespace {
+
+TEST(XThreadPool, GlobalStartRunsEveryFunctionOnAPoolThread) {
+    unsigned int const mainId = getCurrentThreadID();
+    constexpr int count = 200;
+    std::atomic<int> ran{0};
+    std::mutex idsMutex;
+    std::set<unsigned int> ids;
+    for (int i = 0; i < count; ++i) {
+        XThreadPool::start_function_global([&] {
+            {
+                std::lock_guard<std::mutex> lock(idsMutex);
+                ids.insert(getCurrentThreadID());
+            }
+            ++ran;
+        });
+    }
+    ASSERT_TRUE(test::pumpEventsUntil([&] { return ran == count; }, 10000));
+    XThreadPool::wait_for_all(10000);
+    std::lock_guard<std::mutex> lock(idsMutex);
+    EXPECT_EQ(ids.count(mainId), 0u);
+    EXPECT_FALSE(ids.empty());
+}
+
+TEST(XThreadPool, OwnPoolRunsItsFunctions) {
+    XThreadPool pool;
+    std::atomic<unsigned int> ranOn{0};
+    pool.start([&] { ranOn = getCurrentThreadID(); });
+    ASSERT_TRUE(pool.waitForDone(10000));
+    EXPECT_NE(ranOn.load(), 0u);
+    EXPECT_NE(ranOn.load(), getCurrentThreadID());
+}
+
+// Remembers the thread it ran on.
+class Probe : public XLightweightThread {
+public:
+    std::atomic<unsigned int> ranOn{0};
+    std::atomic<int> runs{0};
+
+protected:
+    void runCustom() override {
+        ranOn = getCurrentThreadID();
+        ++runs;
+    }
+};
+
+TEST(XLightweightThread, ListenersFireOnTheMainThread) {
+    unsigned int const mainId = getCurrentThreadID();
+    Probe probe;
+    std::atomic<int> started{0}, finished{0};
+    std::atomic<bool> offMain{false};
+    probe.listenerStarted.addListener([&] {
+        offMain = offMain || getCurrentThreadID() != mainId;
+        ++started;
+    });
+    probe.listenerFinished.addListener([&] {
+        offMain = offMain || getCurrentThreadID() != mainId;
+        ++finished;
+    });
+    probe.enableListener(true);
+    probe.prepareListener(true);
+
+    XThreadPool::start_global(&probe, false);
+    ASSERT_TRUE(test::pumpEventsUntil([&] { return finished == 1; }));
+    EXPECT_EQ(started.load(), 1);
+    EXPECT_FALSE(offMain.load());
+    EXPECT_NE(probe.ranOn.load(), mainId);
+    EXPECT_EQ(probe.AbstractThread::toString(), "{INITIALIZED | FINISHED}");
+
+    // Reused, on a pool of its own, with the listeners switched off again.
+    probe.reuse();
+    EXPECT_EQ(probe.AbstractThread::toString(), "{INITIALIZED}");
+    probe.prepareListener(false);
+    EXPECT_EQ(probe.bits().listenerChange().size(), 0u);
+    XThreadPool pool;
+    pool.start_lwThread(&probe, false);
+    ASSERT_TRUE(pool.waitForDone(10000));
+    ASSERT_TRUE(test::pumpEventsUntil([&] { return probe.isFinished(); }));
+    QCoreApplication::processEvents();
+    EXPECT_EQ(probe.runs.load(), 2);
+    EXPECT_EQ(started.load(), 1);
+    EXPECT_EQ(finished.load(), 1);
+}
+
+// The fatal handler prints to stdout, which the child points at stderr for the matcher.
+void startNull() {
+    ::dup2(2, 1);
+    XThreadPool::start_global(nullptr, true);
+}
+
+TEST(XLightweightThreadDeathTest, NullThreadForTheGlobalPoolIsFatal) {
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    EXPECT_EXIT(startNull(), testing::ExitedWithCode(1), "nullptr:lwThread == NULL");
+}
+
+} // namespace
+} // namespace orv
