@@ -47,7 +47,8 @@ QString toString(QStringRef const &ref) {
 QString toString(QByteArray const &bytes) { return asString(bytes); }
 
 QString asString(QByteArray const &bytes) {
-    return bytes.isNull() ? QStringLiteral("nullptr") : QString::fromLatin1(bytes);
+    return bytes.isNull() ? QStringLiteral("nullptr")
+                          : QString::fromLatin1(bytes.constData(), bytes.size());
 }
 
 QByteArray fromString(QString const &text) { return text.toLatin1(); }

@@ -1,0 +1,122 @@
+// StringText_test.cpp: eliding, entities, base64/hex, wildcard patterns and byte search.
+#include "orv/StringText.h"
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+
+using namespace orv;
+
+TEST(StringText, ElidedStringKeepsHeadAndTail) {
+    EXPECT_EQ(elidedString("", 1, 1), QString());
+    EXPECT_EQ(elidedString("abcdefgh", 2, 2), QLatin1String("ab...gh"));
+    EXPECT_EQ(elidedString("abcdefgh", 3, 0), QLatin1String("abc..."));
+    EXPECT_EQ(elidedString("abcd", 2, 2), QLatin1String("abcd"));
+    EXPECT_EQ(elidedString("abcd", 4000000000u, 4000000000u), QLatin1String("abcd"));
+}
+
+TEST(StringText, EntitiesEncodeAndDecode) {
+    EXPECT_EQ(encode_char(QLatin1Char('A')), QLatin1String("&#65;"));
+    QString const text = QString::fromUtf8("a<é\xc2\x80");
+    QString const encoded = encode_entities(text, "<");
+    EXPECT_EQ(encoded, QLatin1String("a&#60;&#233;") + QChar(0x80)); // 128 itself stays
+    EXPECT_EQ(decode_entities(encoded), text);
+    EXPECT_EQ(decode_entities("x&#;y&#abc;&#65"), QLatin1String("x&#;y&#abc;&#65"));
+}
+
+TEST(StringText, EnsureStringIsQuotedAddsMissingQuotes) {
+    struct Row {
+        char const *in, *out;
+    } const rows[] = {{"a", "\"a\""},     {"\"a", "\"a\""}, {"a\"", "\"a\""},
+                      {"\"a\"", "\"a\""}, {"", "\"\""},     {"\"", "\""}};
+    for (Row const &r : rows)
+        EXPECT_EQ(ensureStringIsQuoted(QLatin1String(r.in)), QLatin1String(r.out)) << r.in;
+}
+
+TEST(StringText, Base64AndHexRoundTripUtf8) {
+    QString const text = QString::fromUtf8("hello äöü € \x01");
+    EXPECT_EQ(base64_decode(base64_encode(text)), text);
+    EXPECT_EQ(hex_decode(hex_encode(text)), text);
+    EXPECT_EQ(base64_encode("hello"), QLatin1String("aGVsbG8="));
+    EXPECT_EQ(hex_encode("AB"), QLatin1String("4142"));
+}
+
+TEST(StringText, Base64AndHexSkipForeignCharacters) {
+    EXPECT_EQ(base64_decode("!!!"), QString());
+    EXPECT_EQ(base64_decode("aGVs!bG8="), QLatin1String("hello"));
+    EXPECT_EQ(hex_decode("zz"), QString());
+    EXPECT_EQ(base64_decode(""), QString());
+}
+
+TEST(StringText, WildcardPatternTable) {
+    struct Row {
+        char const *s, *pattern;
+        bool match;
+    } const rows[] = {
+        {"Main.CPP", "*.cpp", true},
+        {"main.cpp", "main", false}, // no star: only the ending counts
+        {"main.cpp", "cpp", true},
+        {"main.cpp", "main*", true},
+        {"main.cpp", "*ain*", true},
+        {"main.cpp", "m*.c*", true},
+        {"main.cpp", "x*", false}, // first token must be at position 0
+        {"main.cpp", "*.h", false},
+        {"main.cpp", "m*p", false},      // the first "p" is taken, so the end isn't reached
+        {"a.cpp.cpp", "*.cpp", false},   // likewise the first ".cpp"
+        {"main.cpp", "?ain.cpp", false}, // `?` is an ordinary character
+        {"", "*", false},
+        {"main.cpp", "", false},
+        {"main.cpp", "*", true},
+    };
+    for (Row const &r : rows)
+        EXPECT_EQ(pattern_match_wild_card(QString(r.s), QString(r.pattern)), r.match)
+            << r.s << " / " << r.pattern;
+    EXPECT_TRUE(pattern_match_wild_card(QFileInfo("/src/Main.CPP"), "*.cpp"));
+    EXPECT_FALSE(pattern_match_wild_card(QFileInfo("/src.cpp/Main"), "*.cpp"));
+}
+
+TEST(StringText, MemSearchTable) {
+    struct Row {
+        char const *mem, *what;
+        bool ignoreCase;
+        int offset; // -1: not found
+    } const rows[] = {
+        {"xxabcxx", "abc", false, 2},   {"xxABCxx", "abc", false, -1}, {"xxABCxx", "abc", true, 2},
+        {"xxabc", "abc", false, -1}, // a match at the very end is missed
+        {"abc", "abc", false, -1},      {"aabxx", "ab", false, -1}, // the overlapping start is
+                                                                    // skipped
+        {"Abcxxabcxx", "abc", true, 5}, // the first byte's own case wins over position
+        {"Abcxxxxxxx", "abc", true, 0}, // other case only when its own is absent
+        {"12-34-56", "-5", false, 5},
+    };
+    for (Row const &r : rows) {
+        quint64 const size = std::strlen(r.mem);
+        char *hit = memSearch(r.mem, size, r.what, std::strlen(r.what), r.ignoreCase);
+        EXPECT_EQ(hit ? static_cast<int>(hit - r.mem) : -1, r.offset) << r.mem << " / " << r.what;
+        char *viaText = memSearch(r.mem, size, QString(r.what), r.ignoreCase);
+        EXPECT_EQ(viaText, hit);
+    }
+}
+
+TEST(StringText, MemSearchRefusesEmptyOrShortInput) {
+    char const mem[] = "abc";
+    EXPECT_EQ(memSearch(mem, 3, "a", 0, false), nullptr);
+    EXPECT_EQ(memSearch(mem, 0, "a", 1, false), nullptr);
+    EXPECT_EQ(memSearch(mem, 2, "abc", 3, false), nullptr);
+    EXPECT_EQ(memSearch(mem, 3, QString(), false), nullptr);
+}
+
+TEST(StringText, MemSearchWordSkipsHitsInsideWords) {
+    char const mem[] = "concat cat x";
+    quint64 const size = std::strlen(mem);
+    EXPECT_EQ(memSearchWord(mem, size, "cat", false), mem + 7);
+    EXPECT_EQ(memSearchWord(mem, size, "CAT", true), mem + 7);
+    char const none[] = "concat xx";
+    EXPECT_EQ(memSearchWord(none, std::strlen(none), "cat", false), nullptr);
+}
+
+TEST(StringText, ToUpperCaseTouchesAsciiLettersOnly) {
+    char text[] = "abZ1-\xe4z";
+    toUpperCase(text, 6);
+    EXPECT_STREQ(text, "ABZ1-\xe4z");
+}
