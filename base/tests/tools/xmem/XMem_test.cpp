@@ -1,0 +1,386 @@
+// XMem_test.cpp: block numbers and error words of every way to make a block, moves
+// that keep the bytes where they are, growth, string records and the file operations.
+#include "orv/XMem.h"
+
+#include "support/QtPrinters.h"
+
+#include <QtCore/QDir>
+#include <QtCore/QFile>
+#include <QtCore/QResource>
+#include <QtCore/QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+#include <cerrno>
+#include <unistd.h>
+
+using orv::XError;
+using orv::XMem;
+
+namespace {
+
+QByteArray bytesOf(XMem const &block) {
+    return QByteArray(block.mem(), static_cast<int>(block.length()));
+}
+
+XMem blockInError(QByteArray const &bytes) {
+    XMem block(bytes);
+    char c = 0;
+    block.charAtPos(c, 1000); // out of range: sets the error word
+    EXPECT_TRUE(block.isOrvError(XError::ORV_ERROR_OUT_OF_RANGE));
+    return block;
+}
+
+QByteArray readFile(QString const &path) {
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("<missing>");
+}
+
+} // namespace
+
+TEST(XMem, ConstructorsFillAsTold) {
+    XMem const none(0, 5);
+    EXPECT_EQ(none.mem(), nullptr);
+    EXPECT_FALSE(static_cast<bool>(none));
+    EXPECT_EQ(bytesOf(XMem(3, 7)), QByteArray("\x07\x07\x07", 3));
+    EXPECT_EQ(bytesOf(XMem(3, -2)), QByteArray(3, '\0')); // every negative fill is no fill
+    EXPECT_EQ(bytesOf(XMem("ab")), QByteArray("ab\0", 3));
+    EXPECT_EQ(bytesOf(XMem(std::string("ab"))), QByteArray("ab\0", 3));
+    EXPECT_EQ(bytesOf(XMem(QStringLiteral("\u00e9"))), QByteArray("\xc3\xa9\0", 3));
+    EXPECT_EQ(bytesOf(XMem(QByteArray("ab"))), QByteArray("ab")); // raw: no terminator
+}
+
+TEST(XMem, EveryConstructorDrawsTheNextBlockNumber) {
+    XMem const a;
+    XMem const b(4, 1);
+    XMem const c("x");
+    XMem const d(a);
+    EXPECT_EQ(b.getCounterMemBlock(), a.getCounterMemBlock() + 1);
+    EXPECT_EQ(c.getCounterMemBlock(), a.getCounterMemBlock() + 2);
+    EXPECT_EQ(d.getCounterMemBlock(), a.getCounterMemBlock() + 3);
+}
+
+TEST(XMem, CopyConstructionLeavesTheErrorBehind) {
+    XMem const source = blockInError("abc");
+    XMem const copy(source);
+    EXPECT_TRUE(copy.isOK());
+    EXPECT_NE(copy.getCounterMemBlock(), source.getCounterMemBlock());
+    EXPECT_EQ(bytesOf(copy), QByteArray("abc"));
+    EXPECT_NE(copy.mem(), source.mem());
+}
+
+TEST(XMem, MoveConstructionTakesBytesNumberAndErrorWithoutTouchingTheBytes) {
+    XMem source = blockInError("abcdef");
+    char const *bytes = source.mem();
+    unsigned int const number = source.getCounterMemBlock();
+    XMem const moved(std::move(source));
+    EXPECT_EQ(moved.mem(), bytes);
+    EXPECT_EQ(moved.getCounterMemBlock(), number);
+    EXPECT_TRUE(moved.isOrvError(XError::ORV_ERROR_OUT_OF_RANGE));
+    // The source is empty and clean and keeps its number.
+    EXPECT_EQ(source.mem(), nullptr);
+    EXPECT_EQ(source.length(), 0u);
+    EXPECT_TRUE(source.isOK());
+    EXPECT_EQ(source.getCounterMemBlock(), number);
+}
+
+TEST(XMem, MoveAssignmentFreesTheTargetAndTakesTheSource) {
+    XMem source = blockInError("abcdef");
+    char const *bytes = source.mem();
+    unsigned int const number = source.getCounterMemBlock();
+    XMem target("old");
+    target = std::move(source);
+    EXPECT_EQ(target.mem(), bytes);
+    EXPECT_EQ(target.getCounterMemBlock(), number);
+    EXPECT_TRUE(target.isOrvError(XError::ORV_ERROR_OUT_OF_RANGE));
+    EXPECT_TRUE(source.isOK());
+    EXPECT_EQ(source.mem(), nullptr);
+}
+
+TEST(XMem, CopyAssignmentReusesCapacityRenumbersAndKeepsTheTargetsError) {
+    XMem target = blockInError(QByteArray(64, 'x'));
+    char const *storage = target.mem();
+    unsigned int const before = target.getCounterMemBlock();
+    XMem const source("short");
+    target = source;
+    EXPECT_EQ(target.mem(), storage); // fits in the capacity: no reallocation
+    EXPECT_EQ(bytesOf(target), QByteArray("short\0", 6));
+    EXPECT_NE(target.getCounterMemBlock(), before);
+    EXPECT_NE(target.getCounterMemBlock(), source.getCounterMemBlock());
+    EXPECT_TRUE(target.isOrvError(XError::ORV_ERROR_OUT_OF_RANGE));
+}
+
+TEST(XMem, TextAssignmentsChangeOnlyTheBytes) {
+    XMem block = blockInError("abc");
+    unsigned int const number = block.getCounterMemBlock();
+    block = QStringLiteral("\u00e9");
+    EXPECT_EQ(bytesOf(block), QByteArray("\xc3\xa9\0", 3));
+    block = QByteArray("raw");
+    EXPECT_EQ(bytesOf(block), QByteArray("raw"));
+    block = std::string("s");
+    EXPECT_EQ(bytesOf(block), QByteArray("s\0", 2));
+    EXPECT_EQ(block.getCounterMemBlock(), number);
+    EXPECT_TRUE(block.isOrvError(XError::ORV_ERROR_OUT_OF_RANGE));
+}
+
+TEST(XMem, AssignTakesBytesErrorAndNumber) {
+    XMem const source = blockInError("abc");
+    XMem target;
+    target._assign(source);
+    EXPECT_EQ(bytesOf(target), QByteArray("abc"));
+    EXPECT_EQ(target.getCounterMemBlock(), source.getCounterMemBlock());
+    EXPECT_TRUE(target.isOrvError(XError::ORV_ERROR_OUT_OF_RANGE));
+}
+
+TEST(XMem, CopyRenumbersTheSourceNotTheTwin) {
+    XMem source = blockInError("abc");
+    unsigned int const old = source.getCounterMemBlock();
+    XMem const twin = source.copy();
+    EXPECT_EQ(twin.getCounterMemBlock(), old);
+    EXPECT_NE(source.getCounterMemBlock(), old);
+    EXPECT_EQ(bytesOf(twin), QByteArray("abc"));
+    EXPECT_TRUE(twin.isOrvError(XError::ORV_ERROR_OUT_OF_RANGE));
+}
+
+TEST(XMem, ReAllocKeepsTheHeadZeroesTheRestAndFillsOnAnythingButMinusOne) {
+    XMem block(QByteArray("0123456789"));
+    block.reAlloc(4);
+    EXPECT_EQ(bytesOf(block), QByteArray("0123"));
+    block.reAlloc(6);
+    EXPECT_EQ(bytesOf(block), QByteArray("0123\0\0", 6));
+    block.reAlloc(4, 7);
+    EXPECT_EQ(bytesOf(block), QByteArray("\x07\x07\x07\x07"));
+    block.reAlloc(2, -2); // only -1 means no fill here
+    EXPECT_EQ(bytesOf(block), QByteArray("\xfe\xfe"));
+}
+
+TEST(XMem, SetStringStoresTheTerminatorAndPrintsTheLengthLine) {
+    XMem block;
+    testing::internal::CaptureStdout();
+    block.setString("abc");
+    block.setString("");
+    EXPECT_EQ(testing::internal::GetCapturedStdout(), "XMem::setString, len > 8GB, len:3\n");
+    EXPECT_EQ(block.length(), 1u);
+    EXPECT_EQ(block.get_string(), QString());
+    EXPECT_EQ(block.stringLen(), 0u);
+
+    testing::internal::CaptureStdout();
+    block.setString(std::string("ab\0cd", 5)); // stops at the embedded 0
+    EXPECT_EQ(testing::internal::GetCapturedStdout(), "XMem::setString, len > 8GB, len:2\n");
+    EXPECT_EQ(bytesOf(block), QByteArray("ab\0", 3));
+    EXPECT_EQ(block.toString(5, 5, false, true, false), QStringLiteral("[3] = HEX{61 62 00} "));
+}
+
+TEST(XMem, SetStringOfNullEmptiesTheBlockButKeepsCapacity) {
+    XMem block("abcdef");
+    block.setString(static_cast<char const *>(nullptr));
+    EXPECT_EQ(block.length(), 0u);
+    EXPECT_NE(block.mem(), nullptr);
+    EXPECT_TRUE(block.isEmpty());
+}
+
+TEST(XMem, StringLenNeedsATerminatorInsideTheBlock) {
+    EXPECT_EQ(XMem("abc").stringLen(), 3u);
+    EXPECT_EQ(XMem(QByteArray("ab\0cd", 5)).stringLen(), 2u);
+    EXPECT_EQ(XMem(QByteArray("abcd")).stringLen(), 0u);
+}
+
+TEST(XMem, AppendGrowsBehindTheEndAlsoFromItsOwnBytes) {
+    XMem block(QByteArray("ab"));
+    block.append_raw_data(QByteArray("cd"));
+    for (int i = 0; i < 8; ++i) // its own head, while the storage moves
+        block.append_raw_data(block.mem(), 2);
+    EXPECT_EQ(bytesOf(block), QByteArray("abcd") + QByteArray("ab").repeated(8));
+    block.clear();
+    EXPECT_EQ(block.length(), 0u);
+    EXPECT_NE(block.mem(), nullptr);
+}
+
+TEST(XMem, SetMemResizesWhereTheBaseRefusesToGrow) {
+    XMem block(QByteArray("abc"));
+    EXPECT_TRUE(block.setMem("xyzzy", 5));
+    EXPECT_EQ(bytesOf(block), QByteArray("xyzzy"));
+    EXPECT_FALSE(block.setMem(nullptr, 1));
+    EXPECT_EQ(bytesOf(block), QByteArray("xyzzy"));
+    EXPECT_TRUE(block.setString("ab", false)); // through the growing slot
+    EXPECT_EQ(bytesOf(block), QByteArray("ab"));
+}
+
+TEST(XMem, StringRecordsAndArraysRoundTrip) {
+    XMem records;
+    records.append_string(QStringLiteral("h\u00e9"));
+    qint64 const len = 3;
+    EXPECT_EQ(bytesOf(records), QByteArray(reinterpret_cast<char const *>(&len), 8) + "h\xc3\xa9");
+
+    std::vector<QString> const texts = {QStringLiteral("one"), QString(), QStringLiteral("\u00fc")};
+    XMem array("junk that goes");
+    array.set_string_array(texts);
+    EXPECT_EQ(array.get_string_array(), texts);
+
+    array.set_string_array({});
+    EXPECT_EQ(bytesOf(array), QByteArray(8, '\0'));
+    EXPECT_TRUE(array.get_string_array().empty());
+}
+
+TEST(XMem, DamagedStringArraysGiveWhatCanBeRead) {
+    XMem array;
+    array.set_string_array({QStringLiteral("one"), QStringLiteral("two")});
+    QByteArray const good = bytesOf(array);
+    struct Row {
+        char const *name;
+        QByteArray bytes;
+        size_t expected;
+    };
+    QByteArray hugeLength = good;
+    hugeLength[8 + 7] = '\x7f';
+    QByteArray negativeLength = good;
+    negativeLength[8 + 7] = '\x80';
+    Row const rows[] = {
+        {"empty", QByteArray(), 0},
+        {"short of a count", QByteArray(7, '\x01'), 0},
+        {"truncated record", good.left(good.size() - 1), 1},
+        {"truncated length", good.left(8 + 11 + 4), 1},
+        {"huge length", hugeLength, 0},
+        {"negative length", negativeLength, 0},
+        {"count without records", QByteArray("\xff\xff\xff\xff\xff\xff\xff\x7f", 8), 0},
+    };
+    for (Row const &row : rows) {
+        XMem block(row.bytes);
+        EXPECT_EQ(block.get_string_array().size(), row.expected) << row.name;
+    }
+}
+
+TEST(XMem, CharAccessSetsTheErrorWord) {
+    XMem block;
+    char c = 'x';
+    EXPECT_FALSE(block.charAtPos(c, 0));
+    EXPECT_TRUE(block.isOrvError(XError::ORV_ERROR_NOT_INITIALIZED));
+    EXPECT_FALSE(block.setCharAtPos('a', 0));
+    EXPECT_TRUE(block.isOrvError(XError::ORV_ERROR_NOT_INITIALIZED));
+    block.clear();
+    EXPECT_TRUE(block.isOK());
+
+    block = QByteArray("ab");
+    EXPECT_TRUE(block.charAtPos(c, 1));
+    EXPECT_EQ(c, 'b');
+    EXPECT_TRUE(block.setCharAtPos('z', 0));
+    EXPECT_EQ(bytesOf(block), QByteArray("zb"));
+    EXPECT_TRUE(block.isOK());
+    EXPECT_FALSE(block.setCharAtPos('z', 2));
+    EXPECT_TRUE(block.isOrvError(XError::ORV_ERROR_OUT_OF_RANGE));
+    EXPECT_FALSE(static_cast<bool>(block)); // bytes, but in error
+}
+
+TEST(XMem, CreateByteArrayCopiesDeeply) {
+    XMem block(QByteArray("abc"));
+    orv::XByteArray const copy = block.createByteArray();
+    block.setCharAtPos('z', 0);
+    EXPECT_EQ(QByteArray(copy), QByteArray("abc"));
+    EXPECT_TRUE(XMem().createByteArray().isEmpty());
+}
+
+class XMemFiles : public testing::Test {
+protected:
+    QString path(char const *name) const { return dir.filePath(QLatin1String(name)); }
+    void write(QString const &file, QByteArray const &bytes) {
+        QFile out(file);
+        ASSERT_TRUE(out.open(QIODevice::WriteOnly));
+        out.write(bytes);
+    }
+
+    QTemporaryDir dir;
+};
+
+TEST_F(XMemFiles, LoadFromFileReadsThePartOrTheWhole) {
+    write(path("a.bin"), "0123456789");
+    XMem block;
+    EXPECT_TRUE(block.loadFromFile(path("a.bin"), 4));
+    EXPECT_EQ(bytesOf(block), QByteArray("0123"));
+    EXPECT_TRUE(block.loadFromFile(path("a.bin"), 99)); // shortened to the file
+    EXPECT_EQ(bytesOf(block), QByteArray("0123456789"));
+    EXPECT_TRUE(block.loadFromFileAsString(path("a.bin")));
+    EXPECT_EQ(bytesOf(block), QByteArray("0123456789\0", 11));
+    EXPECT_TRUE(block.isOK());
+}
+
+TEST_F(XMemFiles, LoadFailuresAndTheirErrorWords) {
+    write(path("empty.bin"), QByteArray());
+    XMem block;
+    EXPECT_FALSE(block.loadFromFile(path("empty.bin"), 0));
+    EXPECT_TRUE(block.isOK()); // an empty file is no error
+    EXPECT_FALSE(block.loadFromFile(path("missing"), 0));
+    EXPECT_TRUE(block.isOrvError(XError::ORV_ERROR_CANNOT_READ_RESOURCE));
+
+    block.clear();
+    EXPECT_FALSE(block.loadFromFileAsString(path("missing")));
+    EXPECT_TRUE(block.isOrvError(XError::ORV_ERROR_CANNOT_READ_RESOURCE));
+
+    block.clear();
+    EXPECT_FALSE(block.loadMem(path("missing")));
+    EXPECT_EQ(block.getErrno(), static_cast<unsigned int>(ENOENT));
+    block.clear();
+    EXPECT_FALSE(block.loadMem(path("empty.bin")));
+    EXPECT_TRUE(block.isOrvError(XError::ORV_ERROR_CANNOT_READ_RESOURCE));
+    block.clear();
+    EXPECT_FALSE(block.loadMem(dir.path()));
+    EXPECT_TRUE(block.isError());
+}
+
+TEST_F(XMemFiles, LoadMemReadsFilesAndQtResources) {
+    write(path("a.bin"), "abc");
+    XMem block;
+    EXPECT_TRUE(block.loadMem(path("a.bin")));
+    EXPECT_EQ(bytesOf(block), QByteArray("abc"));
+
+    ASSERT_TRUE(QResource::registerResource(QStringLiteral(ORV_TEST_DATA_DIR "/xmem.rcc")));
+    EXPECT_TRUE(block.loadMem(QStringLiteral(":/xmem/hello.txt")));
+    EXPECT_EQ(bytesOf(block), QByteArray("hello resource\n"));
+    EXPECT_FALSE(block.loadMem(QStringLiteral(":/xmem/none.txt")));
+    EXPECT_TRUE(block.isOrvError(XError::ORV_ERROR_CANNOT_READ_RESOURCE));
+    QResource::unregisterResource(QStringLiteral(ORV_TEST_DATA_DIR "/xmem.rcc"));
+}
+
+TEST_F(XMemFiles, SaveWritesTheBlockOrSaysWhyNot) {
+    XMem block(QByteArray("abcdef"));
+    EXPECT_TRUE(block.saveMem(path("m.bin")));
+    EXPECT_EQ(readFile(path("m.bin")), QByteArray("abcdef"));
+    EXPECT_TRUE(block.saveToFile(path("s.bin"), 3));
+    EXPECT_EQ(readFile(path("s.bin")), QByteArray("abc"));
+    EXPECT_TRUE(block.saveToFile(path("s.bin"), 0));
+    EXPECT_EQ(readFile(path("s.bin")), QByteArray("abcdef"));
+
+    EXPECT_FALSE(block.saveToFile(path("s.bin"), 7));
+    EXPECT_TRUE(block.isOrvError(XError::ORV_ERROR_OUT_OF_RANGE));
+    EXPECT_EQ(readFile(path("s.bin")), QByteArray()); // opened, so emptied
+
+    block.clearError();
+    EXPECT_FALSE(block.saveMem(path("no/dir/m.bin")));
+    EXPECT_TRUE(block.isOrvError(XError::ORV_ERROR_CANNOT_READ_RESOURCE));
+    block.clearError();
+    EXPECT_FALSE(block.saveToFile(path("no/dir/s.bin"), 0));
+    EXPECT_EQ(block.getErrno(), static_cast<unsigned int>(ENOENT));
+
+    XMem empty;
+    EXPECT_FALSE(empty.saveMem(path("e.bin")));
+    EXPECT_TRUE(empty.isOrvError(XError::ORV_ERROR_NOT_INITIALIZED));
+    empty.clear();
+    EXPECT_FALSE(empty.saveToFile(path("e.bin"), 0));
+    EXPECT_TRUE(empty.isOrvError(XError::ORV_ERROR_NOT_INITIALIZED));
+    EXPECT_FALSE(QFile::exists(path("e.bin")));
+}
+
+class XMemDeathTest : public testing::Test {
+protected:
+    void SetUp() override { GTEST_FLAG_SET(death_test_style, "threadsafe"); }
+};
+
+TEST_F(XMemDeathTest, RawDataFromNullIsFatal) {
+    XMem block;
+    // The fatal report goes to the console; the death test reads stderr.
+    EXPECT_EXIT(
+        {
+            dup2(STDERR_FILENO, STDOUT_FILENO);
+            block.set_raw_data(nullptr, 1);
+        },
+        testing::ExitedWithCode(1), "^nullptr:pMem == NULL\nbase/src/tools/xmem/XMem\\.cpp\n");
+}
