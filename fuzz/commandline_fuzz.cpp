@@ -1,0 +1,76 @@
+// commandline_fuzz.cpp: feeds arbitrary bytes, read as UTF-8, to the one-line
+// grammar and to the URL form, and checks what must hold for any input.
+#include "orv/CommandLine.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+
+namespace {
+
+void check(bool condition) {
+    if (!condition)
+        std::abort();
+}
+
+// toString doesn't quote, so only texts without blanks, quotes or variables
+// read back; a value starting with "--" would read back as a key.
+bool readsBack(orv::CommandLine const &cmd) {
+    auto const plain = [](QString const &text) {
+        for (QChar c : text)
+            if (c.isSpace() || c == QLatin1Char('"') || c == QLatin1Char('$'))
+                return false;
+        return true;
+    };
+    if (!plain(cmd.getCommand()))
+        return false;
+    for (orv::CommandLineItem const &item : cmd.getItems())
+        if (!plain(item.key) || !plain(item.value) || item.value.startsWith(QLatin1String("--")))
+            return false;
+    return true;
+}
+
+void fuzzOneLine(QString const &text) {
+    orv::CommandLine cmd;
+    bool const ok = cmd.fromString(text);
+    for (int format = 0; format < 3; ++format)
+        cmd.toString(static_cast<orv::CommandLine::FORMAT_STR>(format));
+    if (!ok) {
+        // Nothing can be stored before the command, and failures come before it.
+        check(cmd.getCommand().isEmpty() && cmd.getItems().empty());
+        return;
+    }
+    check(!cmd.getCommand().startsWith(QLatin1Char('-')));
+    if (!cmd.hasCommand())
+        check(cmd.getItems().empty());
+    if (!readsBack(cmd))
+        return;
+    orv::CommandLine back;
+    check(back.fromString(cmd.toString(orv::CommandLine::FORMAT_COMMAND_KEYS)));
+    check(back.getCommand() == cmd.getCommand());
+    std::vector<orv::CommandLineItem> const a = cmd.getItems(), b = back.getItems();
+    check(a.size() == b.size());
+    for (size_t i = 0; i < a.size(); ++i)
+        check(a[i].key == b[i].key && a[i].value == b[i].value);
+}
+
+void fuzzUrl(QString const &text) {
+    orv::CommandLine cmd;
+    bool const ok = cmd.fromURL(text);
+    for (int format = 0; format < 3; ++format)
+        cmd.toString(static_cast<orv::CommandLine::FORMAT_STR>(format));
+    if (!ok)
+        check(cmd.getProgram().isEmpty() && cmd.getCommand().isEmpty() && cmd.getItems().empty());
+    for (orv::CommandLineItem const &item : cmd.getItems())
+        check(cmd.hasKey(item.key) && cmd.getString(item.key, QString()) == item.value);
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(uint8_t const *data, size_t size) {
+    QString const text =
+        QString::fromUtf8(reinterpret_cast<char const *>(data), static_cast<int>(size));
+    fuzzOneLine(text);
+    fuzzUrl(text);
+    return 0;
+}
