@@ -185,10 +185,3 @@ TEST(IntegerParser, AgreesWithStrtollOnAMillionInputs) {
         ASSERT_EQ(IntegerParser::stoi(text), std::strtoll(text, nullptr, 10)) << text;
     }
 }
-
-TEST(Parser, CharacterClasses) {
-    EXPECT_TRUE(Parser::is_digit('0') && Parser::is_digit('9'));
-    EXPECT_FALSE(Parser::is_digit('a') || Parser::is_digit('/') || Parser::is_digit(':'));
-    EXPECT_TRUE(Parser::is_white_space(' ') && Parser::is_white_space('\t'));
-    EXPECT_FALSE(Parser::is_white_space('\n') || Parser::is_white_space('\r'));
-}
