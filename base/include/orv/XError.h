@@ -6,6 +6,7 @@
 //   return XError::printStringErrno("open", -1); // logs the errno text, returns -1
 #pragma once
 
+#include "orv/AtomicBits.h"
 #include "orv/OrvGlobal.h"
 
 #include <QtCore/QString>
@@ -13,6 +14,61 @@
 #include <map>
 
 namespace orv {
+
+// Low 16 bits: 0, an errno value, or ORV_ERROR_BASE marking a library error whose
+// code stands in the high 16 bits. The setters tell the word's info callback (when
+// its emit flag is on), so an owner can watch its error state.
+class ORV_EXPORT XError {
+public:
+    static constexpr unsigned short ORV_ERROR_BASE = 0x8000;
+    static constexpr unsigned short ORV_ERROR_CANNOT_READ_RESOURCE = 100;
+    static constexpr unsigned short ORV_ERROR_TIMEOUT = 110;
+    static constexpr unsigned short ORV_ERROR_BUFFER_EMPTY = 120;
+    static constexpr unsigned short ORV_ERROR_NOT_INITIALIZED = 130;
+    static constexpr unsigned short ORV_ERROR_OUT_OF_RANGE = 140;
+    static constexpr unsigned short ORV_ERROR_TRUNCATE = 150;
+    static constexpr unsigned short ORV_ERROR_EOF = 160;
+    static constexpr unsigned short ORV_ERROR_NUMBER_TOO_BIG = 170;
+
+    virtual ~XError();
+
+    // The whole word becomes the value cut to 16 bits; a library code is wiped.
+    void setErrno(int value);
+    // Two stores: a reader in between sees the mark with code 0.
+    void setOrvError(unsigned short code);
+    void setOrvEOF() { setOrvError(ORV_ERROR_EOF); }
+    void setOrvErrorTimeout() { setOrvError(ORV_ERROR_TIMEOUT); }
+    void setOrvTruncate() { setOrvError(ORV_ERROR_TRUNCATE); }
+    // Silent: the callback isn't told.
+    void clearError() { bits = 0u; }
+
+    unsigned int getErrno() const { return bits.lowPart(); }
+    unsigned int getOrvError() const { return bits.highPart(); }
+    bool isOK() const { return bits.isZeroFlags(); }
+    bool isError() const { return bits.lowPart() != 0; }
+    bool isOrvError() const { return bits.lowPart() == ORV_ERROR_BASE && bits.highPart() != 0; }
+    bool isOrvError(unsigned short code) const {
+        return bits.lowPart() == ORV_ERROR_BASE && bits.highPart() == code;
+    }
+    bool isOrvEOF() const { return isOrvError(ORV_ERROR_EOF); }
+    bool isOrvTimeout() const { return isOrvError(ORV_ERROR_TIMEOUT); }
+    bool isOrvTruncate() const { return isOrvError(ORV_ERROR_TRUNCATE); }
+    bool isOrvNumberTooBig() const { return isOrvError(ORV_ERROR_NUMBER_TOO_BIG); }
+
+    // The library text of the code, or for an errno value the text of the calling
+    // thread's current errno (not of the stored number).
+    QString errAsString() const;
+
+    AtomicBits &bitFlags() { return bits; }
+    AtomicBits const &bitFlags() const { return bits; }
+
+    // Logs text with the text of the current errno at ERROR and returns result:
+    // `return XError::printStringErrno("open", -1);`
+    static int printStringErrno(QString const &text, int result);
+
+private:
+    AtomicBits bits;
+};
 
 // Texts of library error codes, shared by all libraries of the process. The library's
 // own codes are there from the first use on; addError belongs to start-up (no lock).

@@ -21,7 +21,7 @@ void announceExitAndWait() {
 } // namespace
 
 void boolExpressionHandling(char const *file, int line) {
-    // Queued log messages reach the appenders here, once a logger thread exists to be stopped.
+    // The logger is stopped here once it exists, so that what it queued reaches the appenders.
     Logger::printToCout("bool expression failure:");
     Logger::printToCout(file);
     Logger::printToCout(xprintF("LINE:$", line));
@@ -31,7 +31,7 @@ void boolExpressionHandling(char const *file, int line) {
 }
 
 void nullPointerHandling(char const *file, int line, QString const &message) {
-    // Queued log messages reach the appenders here, once a logger thread exists to be stopped.
+    // The logger is stopped here once it exists, so that what it queued reaches the appenders.
     Logger::printToCout(QStringLiteral("nullptr:") + message);
     Logger::printToCout(file);
     Logger::printToCout(xprintF("LINE:$", line));

@@ -1,4 +1,4 @@
-// XError.cpp: the error word's texts, the table of library error texts and the
+// XError.cpp: the error word, the table of library error texts and the
 // system error messages.
 #include "orv/XError.h"
 
@@ -25,6 +25,40 @@ void insertError(unsigned int code, QString const &text) {
 }
 
 } // namespace
+
+XError::~XError() = default;
+
+void XError::setErrno(int value) { bits.setLowPart(static_cast<unsigned short>(value)); }
+
+void XError::setOrvError(unsigned short code) {
+    bits.setLowPart(ORV_ERROR_BASE);
+    bits.setHighPart(code);
+}
+
+QString XError::errAsString() const {
+    if (bits.lowPart() == 0)
+        return QStringLiteral("NO-ERROR,errno==0");
+    if (bits.lowPart() >= ORV_ERROR_BASE) {
+        if (bits.highPart() == 0)
+            return QStringLiteral("ORV-ERROR-0");
+        return XErrorMap::getError(bits.highPart());
+    }
+    int number = errno;
+    char const *text = std::strerror(number);
+    if (!text)
+        return xprintF("no error text, errno:$", number);
+    return xprintF("$, errno:$", QString::fromLocal8Bit(text), number);
+}
+
+int XError::printStringErrno(QString const &text, int result) {
+    XError error;
+    error.setErrno(errno);
+    if (text.isEmpty())
+        ppError(error.errAsString());
+    else
+        ppError(text + QStringLiteral(", errno:") + error.errAsString());
+    return result;
+}
 
 XErrorMap::~XErrorMap() = default;
 

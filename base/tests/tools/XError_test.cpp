@@ -1,0 +1,205 @@
+// XError_test.cpp: the error word, its texts, the system error messages and the fatal handlers.
+#include "orv/XError.h"
+
+#include <gtest/gtest.h>
+
+#include <cerrno>
+#include <cstring>
+#include <unistd.h>
+#include <vector>
+
+using orv::XError;
+using orv::XErrorMap;
+
+namespace {
+
+QString errnoText(int number) {
+    return QString::fromLocal8Bit(std::strerror(number)) + QStringLiteral(", errno:") +
+           QString::number(number);
+}
+
+} // namespace
+
+TEST(XError, FreshWordIsOkAndSaysNoError) {
+    XError error;
+    EXPECT_TRUE(error.isOK());
+    EXPECT_FALSE(error.isError());
+    EXPECT_EQ(error.errAsString(), "NO-ERROR,errno==0");
+}
+
+TEST(XError, LibraryCodesGiveTheirTexts) {
+    struct Row {
+        unsigned short code;
+        char const *text;
+    };
+    std::vector<Row> const rows = {
+        {XError::ORV_ERROR_CANNOT_READ_RESOURCE, "orv,cannot read resource"},
+        {XError::ORV_ERROR_TIMEOUT, "orv,timeout"},
+        {XError::ORV_ERROR_BUFFER_EMPTY, "orv,buffer empty"},
+        {XError::ORV_ERROR_NOT_INITIALIZED, "orv,object not initialized"},
+        {XError::ORV_ERROR_OUT_OF_RANGE, "orv,index out of range"},
+        {XError::ORV_ERROR_TRUNCATE, "orv,truncate"},
+        {XError::ORV_ERROR_EOF, "orv,eof"},
+        {XError::ORV_ERROR_NUMBER_TOO_BIG, "orv,number too big"},
+        {999, "ORV_ERROR_* {999} NOT DEFINED"},
+    };
+    for (Row const &row : rows) {
+        XError error;
+        error.setOrvError(row.code);
+        EXPECT_TRUE(error.isOrvError(row.code)) << row.code;
+        EXPECT_EQ(error.getErrno(), 0x8000u) << row.code;
+        EXPECT_EQ(error.getOrvError(), row.code);
+        EXPECT_EQ(error.errAsString(), row.text);
+    }
+}
+
+TEST(XError, NamedSettersAndTestsAgreeOnTheirCodes) {
+    XError error;
+    error.setOrvEOF();
+    EXPECT_TRUE(error.isOrvEOF());
+    EXPECT_FALSE(error.isOrvTimeout());
+    error.setOrvErrorTimeout();
+    EXPECT_TRUE(error.isOrvTimeout());
+    EXPECT_EQ(error.getOrvError(), 110u);
+    error.setOrvTruncate();
+    EXPECT_TRUE(error.isOrvTruncate());
+    error.setOrvError(170);
+    EXPECT_TRUE(error.isOrvNumberTooBig());
+    EXPECT_TRUE(error.isOrvError());
+    error.clearError();
+    EXPECT_TRUE(error.isOK());
+}
+
+TEST(XError, CodeZeroIsAnErrorButNoLibraryError) {
+    XError error;
+    error.setOrvError(0);
+    EXPECT_TRUE(error.isError());
+    EXPECT_FALSE(error.isOrvError());
+    EXPECT_FALSE(error.isOK());
+    EXPECT_EQ(error.errAsString(), "ORV-ERROR-0");
+
+    XError marked;
+    marked.setErrno(0x8000);
+    EXPECT_TRUE(marked.isOrvError(0));
+    EXPECT_EQ(marked.errAsString(), "ORV-ERROR-0");
+}
+
+TEST(XError, SetErrnoKeepsSixteenBitsAndWipesTheCode) {
+    XError error;
+    error.setErrno(70000);
+    EXPECT_EQ(error.getErrno(), 4464u);
+
+    error.setOrvError(110);
+    error.setErrno(2);
+    EXPECT_FALSE(error.isOrvTimeout());
+    EXPECT_EQ(error.getOrvError(), 0u);
+    EXPECT_EQ(error.getErrno(), 2u);
+    EXPECT_EQ(error.bitFlags().flags(), 2u);
+}
+
+TEST(XError, ErrnoTextIsThatOfTheCurrentErrnoNotTheStoredOne) {
+    XError error;
+    error.setErrno(EACCES);
+    errno = ENOENT;
+    EXPECT_EQ(error.errAsString(), errnoText(ENOENT));
+    errno = EACCES;
+    EXPECT_EQ(error.errAsString(), errnoText(EACCES));
+}
+
+TEST(XError, SettersTellTheInfoCallbackWhenEmitIsOn) {
+    XError error;
+    std::vector<std::pair<unsigned int, unsigned int>> calls;
+    error.bitFlags().setInfoCallBack([&calls](unsigned int oldFlags, unsigned int newFlags) {
+        calls.emplace_back(oldFlags, newFlags);
+    });
+    error.setErrno(5);
+    EXPECT_TRUE(calls.empty());
+
+    error.bitFlags().setEmitChanges(true);
+    error.setErrno(7);
+    error.setOrvError(160);
+    error.clearError();
+    std::vector<std::pair<unsigned int, unsigned int>> const expected = {
+        {5, 7}, {7, 0x8000}, {0x8000, 0x00a08000}};
+    EXPECT_EQ(calls, expected);
+}
+
+TEST(XError, PrintStringErrnoReturnsItsResult) {
+    errno = EACCES;
+    EXPECT_EQ(XError::printStringErrno("open", -1), -1);
+    errno = 0;
+    EXPECT_EQ(XError::printStringErrno(QString(), 42), 42);
+}
+
+TEST(XErrorMap, SecondAddKeepsTheFirstTextAndSaysSo) {
+    testing::internal::CaptureStdout();
+    XErrorMap::addError(100, "other text");
+    std::string out = testing::internal::GetCapturedStdout();
+    EXPECT_EQ(out, "XErrorMap::addError, key already present, key:100\n");
+    EXPECT_EQ(XErrorMap::getError(100), "orv,cannot read resource");
+}
+
+TEST(XErrorMap, AddedCodeIsFoundAndCounted) {
+    quint64 before = XErrorMap::size();
+    EXPECT_GE(before, 8u);
+    EXPECT_FALSE(XErrorMap::containsError(4711));
+    XErrorMap::addError(4711, "app,disk full");
+    EXPECT_TRUE(XErrorMap::containsError(4711));
+    EXPECT_EQ(XErrorMap::getError(4711), "app,disk full");
+    EXPECT_EQ(XErrorMap::size(), before + 1);
+    EXPECT_EQ(XErrorMap::mapErr().count(4711), 1u);
+}
+
+TEST(SystemErrorMessage, NamesErrnoAndItsText) {
+    errno = ENOENT;
+    EXPECT_EQ(orv::get_last_error_message(),
+              QStringLiteral("errno:%1 => %2")
+                  .arg(ENOENT)
+                  .arg(QString::fromLocal8Bit(std::strerror(ENOENT))));
+}
+
+TEST(SystemErrorMessage, SocketErrorIsTheErrnoNumber) {
+    errno = 0;
+    EXPECT_EQ(orv::getLastErrorMessage(), "ERRNO == 0");
+    errno = ETIMEDOUT;
+    EXPECT_EQ(orv::getLastErrorMessage(), QStringLiteral("WSAGetLastError:%1").arg(ETIMEDOUT));
+    errno = ECONNREFUSED;
+    EXPECT_EQ(orv::getLastErrorMessage(), QStringLiteral("WSAGetLastError:%1").arg(ECONNREFUSED));
+}
+
+// The handlers sleep five seconds by design: one run each. Their lines go to stdout,
+// which the child points at stderr, where the death test looks.
+class FatalHandlingDeathTest : public testing::Test {
+protected:
+    void SetUp() override { GTEST_FLAG_SET(death_test_style, "threadsafe"); }
+};
+
+namespace {
+
+int const assertLine = __LINE__ + 3;
+void failCondition(int value) {
+    ::dup2(2, 1);
+    ORV_ASSERT(value == 0);
+}
+
+int const assertPtrLine = __LINE__ + 3;
+void failPointer(char const *buffer) {
+    ::dup2(2, 1);
+    ORV_ASSERT_PTR(buffer);
+}
+
+} // namespace
+
+TEST_F(FatalHandlingDeathTest, BoolExpressionPrintsThePlaceWaitsAndExits) {
+    std::string const expected =
+        "^bool expression failure:\nbase/tests/tools/XError_test\\.cpp\nLINE:" +
+        std::to_string(assertLine) + "\nprogram will exit in 5 sec\nprogram exit !\n$";
+    EXPECT_EXIT(failCondition(1), testing::ExitedWithCode(1), expected);
+}
+
+TEST_F(FatalHandlingDeathTest, NullPointerPrintsTheTestWaitsAndExits) {
+    std::string const expected =
+        "^nullptr:buffer == NULL\nbase/tests/tools/XError_test\\.cpp\nLINE:" +
+        std::to_string(assertPtrLine) + "\nprogram will exit in 5 sec\n$";
+    EXPECT_EXIT(failPointer(nullptr), testing::ExitedWithCode(1), expected);
+}
