@@ -110,7 +110,10 @@ public:
     XEventListener<void()> listenerFinished;
 
     // Marks the hand-over to a pool thread; the pool calls it before starting this object.
-    void publish() { published.store(true, std::memory_order_release); }
+    void publish() { inPool.store(true, std::memory_order_release); }
+    // True before the first start and once run() has returned: the pool is done with
+    // the object (auto-delete off), which may now be reused or destroyed.
+    bool isHandedBack() const { return !inPool.load(std::memory_order_acquire); }
 
 protected:
     virtual void runCustom();
@@ -119,7 +122,7 @@ private:
     void run() override;
 
     unsigned int listenerKey = 0;
-    std::atomic<bool> published{false};
+    std::atomic<bool> inPool{false};
 };
 
 class ORV_EXPORT BaseThreadState : public AtomicBits {

@@ -21,12 +21,13 @@ class ORV_EXPORT XFunctionRunner : public QRunnable {
 public:
     explicit XFunctionRunner(std::function<void()> f);
     void run() override;
+    // Marks the hand-over to a pool thread, after the last change on the starting thread.
+    void publish() { published.store(true, std::memory_order_release); }
 
 private:
     std::function<void()> function;
     // Qt's queue hand-over is invisible to race checkers; this pairs start and run.
     std::atomic<bool> published{false};
-    friend class XThreadPool;
 };
 
 class ORV_EXPORT XThreadPool : public QThreadPool {

@@ -13,12 +13,14 @@ XLightweightThread::~XLightweightThread() = default;
 void XLightweightThread::run() {
     // Pairs with publish() on the starting thread; Qt's queue hand-over is invisible to race
     // checkers.
-    published.load(std::memory_order_acquire);
+    inPool.load(std::memory_order_acquire);
     setFinished(false);
     setRunning(true);
     runCustom();
     setRunning(false);
     setFinished(true);
+    // The finished listeners are done too: only now may the owner take the object back.
+    inPool.store(false, std::memory_order_release);
 }
 
 void XLightweightThread::runCustom() { ppDebug("XLightweightThread::run_custom, override me"); }

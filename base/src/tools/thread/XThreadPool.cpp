@@ -10,6 +10,7 @@ namespace {
 XFunctionRunner *startOn(QThreadPool *pool, std::function<void()> f) {
     auto *runner = new XFunctionRunner(std::move(f));
     runner->setAutoDelete(true);
+    runner->publish();
     pool->start(runner, 0);
     return runner;
 }
@@ -23,9 +24,7 @@ XLightweightThread *startOn(QThreadPool *pool, XLightweightThread *lwThread, boo
 
 } // namespace
 
-XFunctionRunner::XFunctionRunner(std::function<void()> f) : function(std::move(f)) {
-    published.store(true, std::memory_order_release);
-}
+XFunctionRunner::XFunctionRunner(std::function<void()> f) : function(std::move(f)) {}
 
 void XFunctionRunner::run() {
     published.load(std::memory_order_acquire);

@@ -76,7 +76,7 @@ TEST(XLightweightThread, ListenersFireOnTheMainThread) {
     probe.prepareListener(true);
 
     XThreadPool::start_global(&probe, false);
-    ASSERT_TRUE(test::pumpEventsUntil([&] { return finished == 1; }));
+    ASSERT_TRUE(test::pumpEventsUntil([&] { return finished == 1 && probe.isHandedBack(); }));
     EXPECT_EQ(started.load(), 1);
     EXPECT_FALSE(offMain.load());
     EXPECT_NE(probe.ranOn.load(), mainId);
@@ -90,7 +90,7 @@ TEST(XLightweightThread, ListenersFireOnTheMainThread) {
     XThreadPool pool;
     pool.start_lwThread(&probe, false);
     ASSERT_TRUE(pool.waitForDone(10000));
-    ASSERT_TRUE(test::pumpEventsUntil([&] { return probe.isFinished(); }));
+    ASSERT_TRUE(test::pumpEventsUntil([&] { return probe.isHandedBack(); }));
     QCoreApplication::processEvents();
     EXPECT_EQ(probe.runs.load(), 2);
     EXPECT_EQ(started.load(), 1);
