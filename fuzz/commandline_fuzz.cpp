@@ -36,11 +36,19 @@ void fuzzOneLine(QString const &text) {
     for (int format = 0; format < 3; ++format)
         cmd.toString(static_cast<orv::CommandLine::FORMAT_STR>(format));
     if (!ok) {
-        // Nothing can be stored before the command, and failures come before it.
+        // An open quote is found before anything is stored, and a dash word fails
+        // only while no command has been read: either way the object stays empty.
         check(cmd.getCommand().isEmpty() && cmd.getItems().empty());
         return;
     }
-    check(!cmd.getCommand().startsWith(QLatin1Char('-')));
+    // Words are cut at blanks, tabs and quotes, so neither the command nor a key holds one.
+    auto const isWord = [](QString const &text) {
+        return !text.contains(QLatin1Char(' ')) && !text.contains(QLatin1Char('\t')) &&
+               !text.contains(QLatin1Char('"'));
+    };
+    check(isWord(cmd.getCommand()) && !cmd.getCommand().startsWith(QLatin1Char('-')));
+    for (orv::CommandLineItem const &item : cmd.getItems())
+        check(isWord(item.key));
     if (!cmd.hasCommand())
         check(cmd.getItems().empty());
     if (!readsBack(cmd))

@@ -220,7 +220,7 @@ TEST(CommandLine, GetBoolAcceptsOnlyFiveSpellingsOfTrue) {
     }
 }
 
-TEST(CommandLine, StringGettersDistinguishEmptyValueFromAbsentKey) {
+TEST(CommandLine, StringAndFileGettersDistinguishEmptyValueFromAbsentKey) {
     EnvVar env;
     CommandLine cmd;
     cmd.setString("empty", "");
@@ -237,16 +237,10 @@ TEST(CommandLine, StringGettersDistinguishEmptyValueFromAbsentKey) {
     EXPECT_TRUE(cmd.hasKey("empty"));
     EXPECT_TRUE(cmd["empty"]);
     EXPECT_FALSE(cmd["none"]);
-}
-
-TEST(CommandLine, GetFileFallsBackOnDefaultForEmptyOrAbsentPath) {
-    CommandLine cmd;
-    cmd.setString("empty", "");
-    cmd.setString("path", "/tmp/x.txt");
     QFileInfo const def(QStringLiteral("/def"));
     EXPECT_EQ(cmd.getFile("none", def).filePath(), "/def");
     EXPECT_EQ(cmd.getFile("empty", def).filePath(), "/def");
-    EXPECT_EQ(cmd.getFile("path", def).filePath(), "/tmp/x.txt");
+    EXPECT_EQ(cmd.getFile("quoted", def).filePath(), "\"a b\" abc");
 }
 
 TEST(CommandLine, SettersStoreTheDocumentedTexts) {
@@ -350,15 +344,6 @@ TEST(CommandLine, CheckKeysMapsUnambiguousShortOptionsOntoDeclaredKeys) {
         EXPECT_EQ(cmd.checkKeys(row.words), row.ok);
         EXPECT_EQ(itemsText(cmd), row.items);
     }
-}
-
-TEST(CommandLine, HelpKeyFailsCheckKeysEvenWithAllKeysPresent) {
-    CommandLine cmd;
-    cmd.addMustHaveKeys("input");
-    cmd.setString("input", "f");
-    EXPECT_TRUE(cmd.checkKeys(QStringList{"prog"}));
-    cmd.setString("help", "");
-    EXPECT_FALSE(cmd.checkKeys(QStringList{"prog"}));
 }
 
 TEST(CommandLine, MoveAssignmentEmptiesSourceTableAndKeyLists) {
