@@ -4,6 +4,7 @@
 #include <QtCore/QCoreApplication>
 #include <QtCore/QElapsedTimer>
 
+#include <chrono>
 #include <thread>
 
 namespace orv::test {
