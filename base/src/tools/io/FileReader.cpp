@@ -95,7 +95,6 @@ QString FileReader::toString() const {
 }
 
 quint64 FileReader::readBytes(char *values, quint64 n) {
-    ORV_ASSERT_PTR(values);
     QMutexLocker lock(&mutex);
     return readTheArray(fileName, fp, values, n);
 }
