@@ -5,6 +5,7 @@
 
 #include <cerrno>
 #include <chrono>
+#include <clocale>
 #include <cstdio>
 #include <mutex>
 
@@ -54,6 +55,17 @@ QByteArray getEnv(char const *name) { return qgetenv(name); }
 bool setEnv(char const *name, QByteArray const &value) { return qputenv(name, value); }
 
 char pathListSeparator() { return ':'; }
+
+// QCoreApplication applies the user's locale (setlocale(LC_ALL, "")) on Unix.
+void initProcess() {
+    ::tzset();
+    std::setlocale(LC_NUMERIC, "C");
+}
+
+// No PATH search: argv[0] is run as it stands.
+int replaceProcess(char *const *argv, char *const *envv) {
+    return ::execve(argv ? argv[0] : nullptr, argv, envv);
+}
 
 // glibc's off_t is 64 bits wide on this target, so the o-forms cover large files.
 std::FILE *fopenPath(QString const &path, char const *mode) {

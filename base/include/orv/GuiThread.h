@@ -15,9 +15,11 @@ namespace orv::qt {
 
 ORV_EXPORT bool is_Gui_Thread();
 
-// On the GUI thread: at once (msWait 0) or after msWait by a single-shot timer.
-// From any other thread: posted to the GUI thread's event loop and run at its
-// next turn, msWait dropped; the caller doesn't wait.
+// Kernel::runInGui with the delay widened. On the GUI thread: at once (msWait 0)
+// or after msWait by a single-shot timer. From any other thread: posted to the
+// application object as a kernel event and run at the next turn of its loop,
+// msWait dropped; the caller doesn't wait. Only a kernel application (Kernel.h)
+// runs those events.
 ORV_EXPORT void run_in_Gui_Thread(std::function<void()> f, unsigned int msWait);
 
 } // namespace orv::qt

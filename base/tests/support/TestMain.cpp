@@ -1,14 +1,11 @@
-// TestMain.cpp: the test programs' main; the application object comes before any test.
-#include <QtCore/QCoreApplication>
+// TestMain.cpp: the test programs' main; the kernel's application object comes before
+// any test, so work handed to the GUI thread runs when a test turns the event loop.
+#include "orv/Kernel.h"
 
 #include <gtest/gtest.h>
 
-#include <clocale>
-
 int main(int argc, char **argv) {
     testing::InitGoogleTest(&argc, argv);
-    QCoreApplication app(argc, argv);
-    // QCoreApplication applies the user's locale; numbers in texts stay in C notation.
-    std::setlocale(LC_NUMERIC, "C");
+    orv::KernelTerminal app(argc, argv, nullptr, false);
     return RUN_ALL_TESTS();
 }

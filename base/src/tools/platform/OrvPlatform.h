@@ -33,6 +33,13 @@ bool setEnv(char const *name, QByteArray const &value);
 // Separates the entries of PATH-like lists.
 char pathListSeparator();
 
+// Process set-up right after the Qt application object is built: local time
+// follows TZ, and numbers in C library texts keep the C notation.
+void initProcess();
+// Replaces the process with argv[0] run on argv and envv; returns only on failure,
+// with the system's result (errno set).
+int replaceProcess(char *const *argv, char *const *envv);
+
 // A C stream on path, named as the file system wants it; null on failure.
 std::FILE *fopenPath(QString const &path, char const *mode);
 // 64-bit stream positions: seek from the start (false on failure), tell (-1 on failure).

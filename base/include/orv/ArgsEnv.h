@@ -1,0 +1,44 @@
+// ArgsEnv.h: an owned deep copy of the process's arguments and environment, in the
+// NUL-terminated form execve wants, so that the program can start itself again.
+//
+//   orv::ArgsEnv args;
+//   args.fromMain(argc, argv, envp);
+//   args.restartProgram();   // returns only if the new start failed
+#pragma once
+
+#include "orv/OrvGlobal.h"
+
+namespace orv {
+
+class ORV_EXPORT ArgsEnv {
+public:
+    static constexpr int MAX_LINE_LEN = 4096;
+
+    ArgsEnv() = default;
+    // Deep copy.
+    ArgsEnv(ArgsEnv const &other);
+    // Takes the vectors and leaves other empty.
+    ArgsEnv(ArgsEnv &&other) noexcept;
+    ArgsEnv &operator=(ArgsEnv const &other);
+    ArgsEnv &operator=(ArgsEnv &&other) noexcept;
+    virtual ~ArgsEnv();
+
+    // Copies argc arguments (a null among them is fatal) and envv up to its null
+    // entry; a null envv gives an empty vector.
+    void fromMain(int argc, char **const argv, char **const envv);
+    // Replaces the process with argv[0] started on argv and envv. Returns only when
+    // that failed, after the diagnostics on stdout.
+    void restartProgram();
+
+    int argc = 0;
+    // argc + 1 entries, the last null.
+    char **argv = nullptr;
+    // NAME=value entries up to a null one; may be null.
+    char **envv = nullptr;
+
+private:
+    void release();
+    void copyFrom(ArgsEnv const &other);
+};
+
+} // namespace orv

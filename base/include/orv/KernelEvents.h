@@ -1,0 +1,59 @@
+// KernelEvents.h: the custom Qt events that carry work to the GUI thread, where the
+// kernel runs them inside its notify, before the receiver sees them.
+//
+//   QCoreApplication::postEvent(app, new orv::XLambda_GUI_Event([] { refresh(); }));
+//
+// Kernel::runInGui builds and posts these; code rarely needs them directly.
+#pragma once
+
+#include "orv/OrvGlobal.h"
+
+#include <QtCore/QEvent>
+
+#include <atomic>
+#include <functional>
+
+namespace orv {
+
+class ORV_EXPORT KernelEvents : public QEvent {
+public:
+    static constexpr int EV_TYPE_GENERIC = 9000;
+    static constexpr int EV_TYPE_LAMBDA = 9100;
+
+    // Trace lines of construction and delivery.
+    static std::atomic<bool> atomicFlagDebug;
+
+    explicit KernelEvents(int type);
+    ~KernelEvents() override;
+    // Runs on the GUI thread, inside the notification.
+    virtual void runMethod() = 0;
+
+    static bool is_kernel_event(QEvent const *event);
+    static bool is_event_Generic(QEvent const *event);
+    static bool is_event_lambda(QEvent const *event);
+    static void setDebug(bool on);
+    static bool isDebug();
+
+    // The poster calls this after the last change to the event; delivery calls
+    // received(). Qt's queue hands the event over in code race checkers can't see.
+    void publish() { published.store(true, std::memory_order_release); }
+    void received() const { published.load(std::memory_order_acquire); }
+
+private:
+    std::atomic<bool> published{false};
+};
+
+// Event type 9100: a function for the GUI thread.
+class ORV_EXPORT XLambda_GUI_Event : public KernelEvents {
+public:
+    explicit XLambda_GUI_Event(std::function<void()> f);
+    ~XLambda_GUI_Event() override;
+    // An empty function is logged at ERROR and skipped.
+    void runMethod() override;
+
+    std::function<void()> functionGUI;
+    // Nothing sets it yet: the work runs at once.
+    quint64 msWait = 0;
+};
+
+} // namespace orv

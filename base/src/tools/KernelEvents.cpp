@@ -1,0 +1,105 @@
+// KernelEvents.cpp: the events that carry work to the GUI thread, the posting of
+// them, and their delivery inside the kernel's notify.
+#include "orv/KernelEvents.h"
+
+#include "orv/GuiThread.h"
+#include "orv/Kernel.h"
+#include "orv/Log.h"
+
+#include <QtCore/QMutexLocker>
+#include <QtCore/QTimer>
+
+#include <algorithm>
+#include <climits>
+
+namespace orv {
+
+namespace {
+
+// Qt 5 keeps QTimer::defaultTypeFor private; this is its rule.
+void singleShot(quint64 ms, std::function<void()> f) {
+    QTimer::singleShot(static_cast<int>(std::min<quint64>(ms, INT_MAX)),
+                       ms >= 2000 ? Qt::CoarseTimer : Qt::PreciseTimer, std::move(f));
+}
+
+} // namespace
+
+std::atomic<bool> KernelEvents::atomicFlagDebug{false};
+
+KernelEvents::KernelEvents(int type) : QEvent(static_cast<QEvent::Type>(type)) {}
+
+KernelEvents::~KernelEvents() = default;
+
+bool KernelEvents::is_kernel_event(QEvent const *event) {
+    return is_event_Generic(event) || is_event_lambda(event);
+}
+
+bool KernelEvents::is_event_Generic(QEvent const *event) {
+    return event && event->type() == EV_TYPE_GENERIC;
+}
+
+bool KernelEvents::is_event_lambda(QEvent const *event) {
+    return event && event->type() == EV_TYPE_LAMBDA;
+}
+
+void KernelEvents::setDebug(bool on) { atomicFlagDebug.store(on); }
+
+bool KernelEvents::isDebug() { return atomicFlagDebug.load(); }
+
+XLambda_GUI_Event::XLambda_GUI_Event(std::function<void()> f)
+    : KernelEvents(EV_TYPE_LAMBDA), functionGUI(std::move(f)) {
+    if (isDebug())
+        ppDebug("XLamdaGUIEvent::XLambda_GUI_Event, msWait:$", msWait);
+}
+
+XLambda_GUI_Event::~XLambda_GUI_Event() = default;
+
+void XLambda_GUI_Event::runMethod() {
+    if (!functionGUI) {
+        ppError("XLamdaGUIEvent::runMethod functionGUI == null");
+        return;
+    }
+    if (msWait != 0) {
+        // The timer keeps its own copy: the event is deleted once delivered.
+        singleShot(msWait, functionGUI);
+        return;
+    }
+    if (isDebug())
+        ppDebug("XLamdaGUIEvent::runMethod, msWait:$", msWait);
+    functionGUI();
+    if (isDebug())
+        ppDebug("XLamdaGUIEvent::~runMethod");
+}
+
+void Kernel::runInGui(std::function<void()> f, quint64 msWait) {
+    if (qt::is_Gui_Thread()) {
+        if (msWait == 0)
+            f();
+        else
+            singleShot(msWait, std::move(f));
+        return;
+    }
+    // msWait is dropped here: the work runs at the next turn of the main loop.
+    QMutexLocker lock(&mutexRunner);
+    auto *event = new XLambda_GUI_Event(std::move(f));
+    event->publish();
+    QCoreApplication::postEvent(QCoreApplication::instance(), event, Qt::NormalEventPriority);
+}
+
+bool Kernel::filterOrvEvents(QObject *, QEvent *event) {
+    if (!KernelEvents::is_kernel_event(event))
+        return true;
+    bool const debug = KernelEvents::isDebug();
+    if (debug)
+        ppDebug("Kernel::filterOrvEvents - XKernelEvent");
+    auto *kernelEvent = dynamic_cast<KernelEvents *>(event);
+    if (!kernelEvent)
+        return true;
+    if (debug)
+        ppDebug(4, "Kernel::filterOrvEvents - XKernelEvent");
+    kernelEvent->received();
+    kernelEvent->runMethod();
+    return true;
+}
+
+} // namespace orv

@@ -1,0 +1,208 @@
+// Kernel_test.cpp: work handed to the GUI thread, kernel events in notify, and what a
+// kernel takes from its arguments; the test main's application is a KernelTerminal.
+#include "orv/Kernel.h"
+#include "orv/XThread.h"
+
+#include "support/CapturingAppender.h"
+
+#include <gtest/gtest.h>
+
+#include <QtCore/QEventLoop>
+#include <QtCore/QTimer>
+
+#include <atomic>
+#include <stdexcept>
+#include <thread>
+#include <vector>
+
+namespace orv {
+namespace {
+
+// Turns the main loop until done() holds, for 30 s at most; gives done().
+template <typename Done> bool runLoopUntil(Done done) {
+    QEventLoop loop;
+    QTimer bound;
+    bound.setSingleShot(true);
+    QObject::connect(&bound, &QTimer::timeout, &loop, &QEventLoop::quit);
+    QTimer poll;
+    QObject::connect(&poll, &QTimer::timeout, &loop, [&] {
+        if (done())
+            loop.quit();
+    });
+    bound.start(30000);
+    poll.start(5);
+    loop.exec();
+    return done();
+}
+
+TEST(Kernel, OnTheGuiThreadWorkRunsBeforeTheCallReturns) {
+    bool ran = false;
+    Kernel::runInGui([&] { ran = true; }, 0);
+    EXPECT_TRUE(ran);
+    EXPECT_THROW(Kernel::runInGui(std::function<void()>(), 0), std::bad_function_call);
+}
+
+TEST(Kernel, DelayOnTheGuiThreadRunsFromTheEventLoop) {
+    bool ran = false;
+    Kernel::runInGui([&] { ran = true; }, 10);
+    EXPECT_FALSE(ran);
+    EXPECT_TRUE(runLoopUntil([&] { return ran; }));
+}
+
+TEST(Kernel, WorkFromWorkersRunsOnTheMainThreadInPostingOrderWithoutDelay) {
+    unsigned int const mainId = getCurrentThreadID();
+    int const workers = 4, perWorker = 50;
+    std::vector<std::vector<int>> order(workers);
+    int ran = 0;
+    bool offMain = false;
+    std::vector<std::thread> threads;
+    for (int w = 0; w < workers; ++w)
+        threads.emplace_back([&, w] {
+            for (int i = 0; i < perWorker; ++i)
+                Kernel::runInGui(
+                    [&, w, i] {
+                        offMain = offMain || getCurrentThreadID() != mainId;
+                        order[static_cast<size_t>(w)].push_back(i);
+                        ++ran;
+                    },
+                    i == 0 ? 60000 : 1000); // the delay is dropped on this path
+        });
+    for (std::thread &t : threads)
+        t.join();
+    EXPECT_EQ(ran, 0); // the callers didn't wait, and the loop hasn't turned yet
+    ASSERT_TRUE(runLoopUntil([&] { return ran == workers * perWorker; }));
+    EXPECT_FALSE(offMain);
+    for (std::vector<int> const &one : order) {
+        ASSERT_EQ(one.size(), static_cast<size_t>(perWorker));
+        for (int i = 0; i < perWorker; ++i)
+            EXPECT_EQ(one[static_cast<size_t>(i)], i);
+    }
+}
+
+TEST(KernelEvents, TellsKernelEventsByType) {
+    struct Row {
+        int type;
+        bool kernel, generic, lambda;
+    } const rows[] = {
+        {KernelEvents::EV_TYPE_GENERIC, true, true, false},
+        {KernelEvents::EV_TYPE_LAMBDA, true, false, true},
+        {QEvent::User, false, false, false},
+        {9001, false, false, false},
+    };
+    for (Row const &row : rows) {
+        QEvent event(static_cast<QEvent::Type>(row.type));
+        EXPECT_EQ(KernelEvents::is_kernel_event(&event), row.kernel) << row.type;
+        EXPECT_EQ(KernelEvents::is_event_Generic(&event), row.generic) << row.type;
+        EXPECT_EQ(KernelEvents::is_event_lambda(&event), row.lambda) << row.type;
+    }
+    EXPECT_FALSE(KernelEvents::is_kernel_event(nullptr));
+    EXPECT_FALSE(KernelEvents::is_event_Generic(nullptr));
+    EXPECT_FALSE(KernelEvents::is_event_lambda(nullptr));
+}
+
+class CountingEvent : public KernelEvents {
+public:
+    explicit CountingEvent(int &runs) : KernelEvents(EV_TYPE_GENERIC), runs(runs) {}
+    void runMethod() override { ++runs; }
+
+private:
+    int &runs;
+};
+
+TEST(KernelEvents, NotifyRunsAKernelEventBeforeTheReceiverAndPassesOthers) {
+    QObject receiver;
+    int runs = 0;
+    CountingEvent generic(runs);
+    QCoreApplication::sendEvent(&receiver, &generic);
+    EXPECT_EQ(runs, 1);
+    // Type 9000 but no KernelEvents: nothing to run.
+    QEvent plain(static_cast<QEvent::Type>(KernelEvents::EV_TYPE_GENERIC));
+    EXPECT_TRUE(Kernel::kernel().filterOrvEvents(&receiver, &plain));
+    QCoreApplication::sendEvent(&receiver, &plain);
+    EXPECT_EQ(runs, 1);
+}
+
+TEST(KernelEvents, EmptyFunctionIsLoggedAndDebugTracesTheDelivery) {
+    test::CapturingAppender &log = test::startCapturingLogger();
+    XLambda_GUI_Event empty{std::function<void()>()};
+    QObject receiver;
+    QCoreApplication::sendEvent(&receiver, &empty);
+    EXPECT_TRUE(log.waitForText("XLamdaGUIEvent::runMethod functionGUI == null"));
+
+    Kernel::set_debug_kernel_events(true);
+    EXPECT_TRUE(Kernel::is_debug_kernel_events());
+    bool ran = false;
+    std::thread([&] { Kernel::runInGui([&] { ran = true; }, 0); }).join();
+    EXPECT_TRUE(runLoopUntil([&] { return ran; }));
+    Kernel::set_debug_kernel_events(false);
+    EXPECT_TRUE(log.waitForText("XLamdaGUIEvent::~runMethod"));
+    std::vector<test::CapturedLine> lines =
+        log.takenFrom("XLamdaGUIEvent::XLambda_GUI_Event, msWait:0");
+    ASSERT_EQ(lines.size(), 5u);
+    EXPECT_EQ(lines[1].text, "Kernel::filterOrvEvents - XKernelEvent");
+    EXPECT_EQ(lines[1].space, 0u);
+    EXPECT_EQ(lines[2].text, "Kernel::filterOrvEvents - XKernelEvent");
+    EXPECT_EQ(lines[2].space, 4u);
+    EXPECT_EQ(lines[3].text, "XLamdaGUIEvent::runMethod, msWait:0");
+}
+
+class TestKernel : public Kernel {
+public:
+    using Kernel::Kernel;
+    QString toString() const override { return QStringLiteral("TestKernel"); }
+};
+
+TEST(Kernel, PlaceHolderKeepsTheRealArgumentsArguments) {
+    char prog[] = "prog", key[] = "--key", value[] = "v";
+    char *args[] = {prog, key, value, nullptr};
+    int argc = 3;
+    Kernel *const appKernel = &Kernel::kernel();
+    int const savedArgc = Kernel::argc;
+    char **const savedArgv = Kernel::argv;
+    Kernel::setCompanyName("ACME");
+    {
+        TestKernel kernel(argc, args, nullptr, true);
+        EXPECT_EQ(argc, 4);
+        ASSERT_EQ(Kernel::argc, 4);
+        EXPECT_STREQ(Kernel::argv[0], "prog");
+        EXPECT_STREQ(Kernel::argv[1], "PlaceHolder");
+        EXPECT_STREQ(Kernel::argv[3], "v");
+        EXPECT_EQ(Kernel::argv[4], nullptr);
+        EXPECT_EQ(kernel.testName(), "PlaceHolder");
+        EXPECT_EQ(kernel.getString("key", ""), "v");
+        // The test main's kernel came first and stays the main command line.
+        EXPECT_EQ(CommandLine::cmdMain, appKernel);
+        EXPECT_EQ(&Kernel::kernel(), &kernel);
+        EXPECT_EQ(Kernel::theTestName(), "PlaceHolder");
+        EXPECT_EQ(Kernel::getMainThreadID(), static_cast<long>(getCurrentThreadID()));
+        EXPECT_EQ(Kernel::getOrganization(), "ACME");
+        StartTestParameter start = kernel.getStartTestParameter();
+        EXPECT_EQ(start.program, "prog");
+        EXPECT_EQ(start.command, "PlaceHolder");
+        ASSERT_EQ(start.items.size(), 1u);
+        EXPECT_EQ(start.items[0].value, "v");
+        // The argument copy is deep.
+        ArgsEnv &copy = Kernel::getArgsEnv();
+        ASSERT_EQ(copy.argc, 4);
+        EXPECT_NE(copy.argv[2], args[1]);
+        EXPECT_STREQ(copy.argv[2], "--key");
+    }
+    // The statics outlive a kernel; put back the test main's for the other tests.
+    Kernel::_kernel = appKernel;
+    Kernel::argc = savedArgc;
+    Kernel::argv = savedArgv;
+}
+
+TEST(KernelTerminal, QuitFromAWorkerEndsTheEventLoop) {
+    EXPECT_EQ(Kernel::kernel().toString(), "KernelTerminal");
+    QTimer bound;
+    bound.setSingleShot(true);
+    QObject::connect(&bound, &QTimer::timeout, [] { QCoreApplication::exit(99); });
+    bound.start(30000);
+    std::thread worker([] { Kernel::kernel().quit(); });
+    EXPECT_EQ(Kernel::kernel().execute(), 0);
+    worker.join();
+}
+
+} // namespace
+} // namespace orv

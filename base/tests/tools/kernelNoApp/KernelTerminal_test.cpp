@@ -1,0 +1,129 @@
+// KernelTerminal_test.cpp: a program that has no application object until a test builds
+// the terminal kernel; every thread is the GUI thread before and after it.
+#include "orv/GuiThread.h"
+#include "orv/Kernel.h"
+#include "orv/XThread.h"
+
+#include <gtest/gtest.h>
+
+#include <QtCore/QCoreApplication>
+
+#include <clocale>
+#include <string>
+#include <thread>
+
+namespace orv {
+namespace {
+
+// Whether a worker counts as the GUI thread, and whether its work ran on it at once.
+struct WorkerView {
+    bool isGui = false;
+    bool ranAtOnceOnWorker = false;
+};
+
+WorkerView fromAWorker() {
+    WorkerView view;
+    std::thread([&] {
+        unsigned int const workerId = getCurrentThreadID();
+        unsigned int ranOn = 0;
+        view.isGui = qt::is_Gui_Thread();
+        Kernel::runInGui([&] { ranOn = getCurrentThreadID(); }, 0);
+        view.ranAtOnceOnWorker = ranOn == workerId;
+    }).join();
+    return view;
+}
+
+TEST(KernelTerminal, WithoutApplicationEveryThreadIsTheGuiThread) {
+    WorkerView view = fromAWorker();
+    EXPECT_TRUE(view.isGui);
+    EXPECT_TRUE(view.ranAtOnceOnWorker);
+}
+
+TEST(KernelTerminal, BuildsTheApplicationThenTheKernel) {
+    char prog[] = "prog", command[] = "run", key[] = "--level", value[] = "3";
+    char *args[] = {prog, command, key, value, nullptr};
+    int argc = 4;
+    Kernel::setCompanyName("ACME");
+    {
+        KernelTerminal kernel(argc, args, nullptr, false);
+        EXPECT_EQ(argc, 4);
+        EXPECT_EQ(QCoreApplication::instance(), &kernel);
+        EXPECT_EQ(&Kernel::kernel(), &kernel);
+        EXPECT_EQ(CommandLine::cmdMain, &kernel);
+        EXPECT_EQ(kernel.testName(), "run");
+        EXPECT_EQ(kernel.getInt("level", 0), 3);
+        EXPECT_EQ(kernel.toString(), "KernelTerminal");
+        EXPECT_EQ(QCoreApplication::organizationName(), "ACME");
+        EXPECT_EQ(Kernel::getMainThreadID(), static_cast<long>(getCurrentThreadID()));
+        // The application object applied the user's locale; numbers stay in C notation.
+        EXPECT_EQ(std::string(std::setlocale(LC_NUMERIC, nullptr)), "C");
+        EXPECT_FALSE(fromAWorker().isGui);
+        EXPECT_TRUE(qt::is_Gui_Thread());
+    }
+    CommandLine::cmdMain = nullptr; // it would dangle for later tests
+    EXPECT_TRUE(fromAWorker().isGui);
+}
+
+class TestKernel : public Kernel {
+public:
+    using Kernel::Kernel;
+    QString toString() const override { return QStringLiteral("TestKernel"); }
+};
+
+TEST(Kernel, FirstKernelStaysTheMainCommandLineAndTheLatestIsTheKernel) {
+    char prog[] = "prog", first[] = "first", second[] = "second";
+    char *argsFirst[] = {prog, first, nullptr};
+    char *argsSecond[] = {prog, second, nullptr};
+    int argcFirst = 2, argcSecond = 2;
+    {
+        TestKernel one(argcFirst, argsFirst, nullptr, false);
+        TestKernel two(argcSecond, argsSecond, nullptr, false);
+        EXPECT_EQ(CommandLine::cmdMain, &one);
+        EXPECT_EQ(&Kernel::kernel(), &two);
+        EXPECT_EQ(Kernel::theTestName(), "second");
+        EXPECT_EQ(CommandLine::getCMD().getCommand(), "first");
+    }
+    CommandLine::cmdMain = nullptr;
+}
+
+ArgsEnv argsOf(std::initializer_list<char const *> words) {
+    std::vector<std::string> texts(words.begin(), words.end());
+    std::vector<char *> argv;
+    for (std::string &text : texts)
+        argv.push_back(text.data());
+    argv.push_back(nullptr);
+    ArgsEnv args;
+    args.fromMain(static_cast<int>(words.size()), argv.data(), nullptr);
+    return args;
+}
+
+TEST(KernelDeathTest, RebootReplacesTheProcessWithTheSavedArguments) {
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    Kernel::setRebootProgram(true);
+    EXPECT_TRUE(Kernel::isRebootProgram());
+    Kernel::setRebootProgram(false);
+    EXPECT_EXIT(
+        {
+            Kernel::setArgsEnv(argsOf({"/bin/sh", "-c", "exit 7"}));
+            Kernel::rebootProgram();
+        },
+        testing::ExitedWithCode(7), "");
+}
+
+TEST(Kernel, FailedRebootTellsWhyAndReturns) {
+    Kernel::moveArgsEnv(argsOf({"/nonexistent/orv-program", "again"}));
+    testing::internal::CaptureStdout();
+    testing::internal::CaptureStderr();
+    Kernel::rebootProgram();
+    std::string const out = testing::internal::GetCapturedStdout();
+    std::string const err = testing::internal::GetCapturedStderr();
+    EXPECT_EQ(out, "ArgsEnv::restartProgram, result of execv:-1\n"
+                   "ArgsEnv::restartProgram, errno:2\n"
+                   ">>>/nonexistent/orv-program<<<\n"
+                   ">>>again<<<\n"
+                   "ok\n");
+    EXPECT_EQ(err, "mist: No such file or directory\n");
+}
+
+} // namespace
+} // namespace orv
