@@ -21,7 +21,8 @@ void announceExitAndWait() {
 } // namespace
 
 void boolExpressionHandling(char const *file, int line) {
-    // The logger is stopped here once it exists, so that what it queued reaches the appenders.
+    // The logger stops first, so that what it queued reaches the appenders.
+    loggerQuit();
     Logger::printToCout("bool expression failure:");
     Logger::printToCout(file);
     Logger::printToCout(xprintF("LINE:$", line));
@@ -31,7 +32,8 @@ void boolExpressionHandling(char const *file, int line) {
 }
 
 void nullPointerHandling(char const *file, int line, QString const &message) {
-    // The logger is stopped here once it exists, so that what it queued reaches the appenders.
+    // The logger stops first, so that what it queued reaches the appenders.
+    loggerQuit();
     Logger::printToCout(QStringLiteral("nullptr:") + message);
     Logger::printToCout(file);
     Logger::printToCout(xprintF("LINE:$", line));

@@ -1,6 +1,8 @@
 // XError_test.cpp: the error word, its texts, the system error messages and the fatal handlers.
 #include "orv/XError.h"
 
+#include "support/ConsoleCapture.h"
+
 #include <gtest/gtest.h>
 
 #include <cerrno>
@@ -135,7 +137,8 @@ TEST(XErrorMap, SecondAddKeepsTheFirstTextAndSaysSo) {
     testing::internal::CaptureStdout();
     XErrorMap::addError(100, "other text");
     std::string out = testing::internal::GetCapturedStdout();
-    EXPECT_EQ(out, "XErrorMap::addError, key already present, key:100\n");
+    EXPECT_EQ(orv::test::withoutSimpleTrailers(out),
+              "XErrorMap::addError, key already present, key:100\n");
     EXPECT_EQ(XErrorMap::getError(100), "orv,cannot read resource");
 }
 
@@ -191,15 +194,18 @@ void failPointer(char const *buffer) {
 } // namespace
 
 TEST_F(FatalHandlingDeathTest, BoolExpressionPrintsThePlaceWaitsAndExits) {
-    std::string const expected =
-        "^bool expression failure:\nbase/tests/tools/XError_test\\.cpp\nLINE:" +
-        std::to_string(assertLine) + "\nprogram will exit in 5 sec\nprogram exit !\n$";
+    std::string const t = orv::test::simpleTrailerPattern;
+    std::string const expected = "^" + t + "bool expression failure:\n" + t +
+                                 "base/tests/tools/XError_test\\.cpp\n" + t +
+                                 "LINE:" + std::to_string(assertLine) + "\n" + t +
+                                 "program will exit in 5 sec\n" + t + "program exit !\n$";
     EXPECT_EXIT(failCondition(1), testing::ExitedWithCode(1), expected);
 }
 
 TEST_F(FatalHandlingDeathTest, NullPointerPrintsTheTestWaitsAndExits) {
+    std::string const t = orv::test::simpleTrailerPattern;
     std::string const expected =
-        "^nullptr:buffer == NULL\nbase/tests/tools/XError_test\\.cpp\nLINE:" +
-        std::to_string(assertPtrLine) + "\nprogram will exit in 5 sec\n$";
+        "^" + t + "nullptr:buffer == NULL\n" + t + "base/tests/tools/XError_test\\.cpp\n" + t +
+        "LINE:" + std::to_string(assertPtrLine) + "\n" + t + "program will exit in 5 sec\n$";
     EXPECT_EXIT(failPointer(nullptr), testing::ExitedWithCode(1), expected);
 }

@@ -1,33 +1,63 @@
-// LogMessage.cpp: message identity (thread, level) and sizes.
+// LogMessage.cpp: message identity (thread, time, level), attachments and sizes.
 #include "orv/LogMessage.h"
 
+#include "orv/LogAttachment.h"
 #include "orv/Logger.h"
+#include "orv/XError.h"
 #include "tools/platform/OrvPlatform.h"
 
 namespace orv {
 
+LogAttachment::~LogAttachment() = default;
+
+LogMessage::LogMessage(bool) : time(false) {}
+
 LogMessage::LogMessage(unsigned int level)
-    : threadID(platform::threadId()), mainThread(threadID == Logger::getThreadIDMain()),
+    : threadID(platform::threadId()), time(true), mainThread(threadID == Logger::getThreadIDMain()),
       level(level) {}
 
-LogMessage::~LogMessage() = default;
+LogMessage::LogMessage(LogMessage const &other) : time(false) { assign(&other); }
 
-unsigned long long LogMessage::getSize() const { return 32; }
+LogMessage::~LogMessage() { delete attachment; }
+
+unsigned long long LogMessage::getSize() const {
+    return 32 + (attachment ? attachment->length() : 0);
+}
 
 bool LogMessage::isQuitMessage() const { return false; }
 
 void LogMessage::assign(LogMessage const *other) {
+    if (other == nullptr)
+        nullPointerHandling(__FILE__, __LINE__, QStringLiteral("lm == NULL"));
     number = other->number;
     threadID = other->threadID;
-    level = other->level;
+    time = other->time;
+    level = other->level.flags();
     mainThread = other->mainThread;
     space = other->space;
+    LogAttachment *taken = other->detach();
+    if (taken) {
+        delete attachment;
+        attachment = taken;
+    }
+}
+
+LogAttachment *LogMessage::detach() const {
+    LogAttachment *taken = attachment;
+    attachment = nullptr;
+    return taken;
 }
 
 LogMessage *LogMessageString::createCopy() const { return new LogMessageString(*this); }
 
 unsigned long long LogMessageString::getSize() const {
     return LogMessage::getSize() + 10 + 2 * static_cast<unsigned long long>(text.size());
+}
+
+LogMessage *LogMessageQuit::createCopy() const {
+    auto *copy = new LogMessageQuit();
+    copy->assign(this);
+    return copy;
 }
 
 } // namespace orv

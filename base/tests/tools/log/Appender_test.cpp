@@ -1,0 +1,259 @@
+// Appender_test.cpp: the console, file and memory appenders called directly, as the
+// logger thread calls them; rotated file names; the Qt message filter.
+#include "orv/Appender.h"
+#include "orv/LogAttachment.h"
+#include "orv/LogMessage.h"
+
+#include "support/QtPrinters.h"
+
+#include <gtest/gtest.h>
+
+#include <QtCore/QDir>
+#include <QtCore/QFile>
+#include <QtCore/QRegularExpression>
+#include <QtCore/QTemporaryDir>
+
+#include <memory>
+#include <string>
+#include <thread>
+
+using namespace orv;
+
+namespace {
+
+std::unique_ptr<LogMessageString> message(QString const &text, unsigned int number,
+                                          unsigned int level = INFO, unsigned int space = 0) {
+    auto msg = std::make_unique<LogMessageString>(text);
+    msg->setNumber(number);
+    msg->setLogLevel(level);
+    msg->setSpace(space);
+    return msg;
+}
+
+std::string consoleLine(AppenderConsole &console, LogMessage *msg) {
+    testing::internal::CaptureStdout();
+    console.append(msg);
+    return testing::internal::GetCapturedStdout();
+}
+
+QByteArray fileBytes(QString const &path) {
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("<unreadable>");
+}
+
+// Sets the console's time format for one test.
+class TimeFormat {
+public:
+    explicit TimeFormat(unsigned int format) : saved(AppenderConsole::atomicTimeFormat.load()) {
+        AppenderConsole::atomicTimeFormat.store(format);
+    }
+    ~TimeFormat() { AppenderConsole::atomicTimeFormat.store(saved); }
+
+private:
+    unsigned int saved;
+};
+
+} // namespace
+
+TEST(AppenderConsole, LineHasTrailerIndentationAndTextInBothModes) {
+    AppenderConsole console(true);
+    auto msg = message("text", 42, INFO, 4);
+    EXPECT_TRUE(
+        QString::fromStdString(consoleLine(console, msg.get()))
+            .contains(QRegularExpression(
+                R"(^\[000042\] \[INFO#\] \[\d\d:\d\d:\d\d,\d{3}\] \[000000\]     text\n$)")));
+    console.setIncludeTrailler(false);
+    EXPECT_EQ(consoleLine(console, msg.get()), "    text\n");
+}
+
+TEST(AppenderConsole, EmptyTextEndsInTheTrailersLastBlank) {
+    AppenderConsole console(true);
+    auto msg = message("", 7, ERROR);
+    std::string const line = consoleLine(console, msg.get());
+    EXPECT_EQ(line.substr(line.size() - 12), "] [000000] \n");
+}
+
+TEST(AppenderConsole, TimeFormatPicksFieldsAndFraction) {
+    struct Row {
+        unsigned int format;
+        char const *pattern;
+    } const rows[] = {
+        {0, R"(\[\d\d:\d\d,\d{3}\])"}, {1, R"(\[\d\d:\d\d:\d\d,\d{3}\])"},
+        {2, R"(\[\d\d:\d\d,\d{6}\])"}, {3, R"(\[\d\d:\d\d:\d\d,\d{6}\])"},
+        {7, R"(\[INFO#\] \[\] \[)"},
+    };
+    auto msg = message("t", 1);
+    for (Row const &row : rows) {
+        TimeFormat format(row.format);
+        QString const trailer = AppenderConsole::trailerFromLogMessage(msg.get());
+        EXPECT_TRUE(trailer.contains(QRegularExpression(row.pattern)))
+            << row.format << qPrintable(trailer);
+    }
+}
+
+TEST(AppenderConsole, WorkerThreadIsPaddedToSixPlaces) {
+    std::unique_ptr<LogMessageString> msg;
+    std::thread([&] { msg = message("w", 3); }).join();
+    QString const expected = QString::asprintf("[%06u] ", msg->getThreadID());
+    EXPECT_TRUE(AppenderConsole::trailerFromLogMessage(msg.get()).endsWith(expected));
+}
+
+TEST(AppenderConsole, AttachmentIsShownAsFlagAndConsumed) {
+    AppenderConsole console(false);
+    auto withBytes = message("m", 1);
+    withBytes->attach(new LogAttachment(QByteArray("abc")));
+    EXPECT_EQ(consoleLine(console, withBytes.get()), "{mem:1}m\n");
+    EXPECT_FALSE(withBytes->hasAttachment());
+
+    auto empty = message("m", 2, INFO, 2);
+    empty->attach(new LogAttachment());
+    EXPECT_EQ(consoleLine(console, empty.get()), "  {mem:0}m\n");
+}
+
+TEST(AppenderConsole, SimpleTrailerCountsUpByOne) {
+    QRegularExpression const form(R"(^<(\d{6})> <\d\d:\d\d:\d\d,\d{3}> <\d{6,}> $)");
+    QRegularExpressionMatch const first = form.match(AppenderConsole::trailerSimple());
+    QRegularExpressionMatch const second = form.match(AppenderConsole::trailerSimple());
+    ASSERT_TRUE(first.hasMatch());
+    ASSERT_TRUE(second.hasMatch());
+    EXPECT_EQ(second.captured(1).toInt(), first.captured(1).toInt() + 1);
+}
+
+TEST(AppenderFile, LineIsLatin1WithoutIndentationAndUnpaddedThread) {
+    QTemporaryDir dir;
+    std::unique_ptr<AppenderFile> file(AppenderFile::createAppenderFile(dir.path(), "a.txt", 0));
+    ASSERT_TRUE(file);
+    auto msg = message(QString::fromUtf8("caf\xC3\xA9"), 42, WARN, 4);
+    msg->attach(new LogAttachment(QByteArray("x")));
+    file->append(msg.get());
+    EXPECT_TRUE(msg->hasAttachment());
+
+    QByteArray const expected = "[000042] [WARN#] [" +
+                                msg->getTime().getTimeString(368).toLatin1() + "] [" +
+                                QByteArray::number(msg->getThreadID()) + "] caf\xE9\n";
+    EXPECT_EQ(fileBytes(dir.filePath("a.txt")), expected);
+    // The same text on the console is UTF-8: two bytes for the one character.
+    AppenderConsole console(false);
+    EXPECT_EQ(consoleLine(console, msg.get()), "    {mem:1}caf\xC3\xA9\n");
+}
+
+TEST(AppenderFile, MaxLenStopsAfterTheLineThatReachesIt) {
+    QTemporaryDir dir;
+    std::unique_ptr<AppenderFile> file(AppenderFile::createAppenderFile(dir.path(), "m.txt", 1));
+    ASSERT_TRUE(file);
+    for (unsigned int i = 0; i < 3; ++i)
+        file->append(message(QString("line%1").arg(i), i).get());
+    EXPECT_TRUE(file->isFull());
+    QList<QByteArray> const lines = fileBytes(dir.filePath("m.txt")).split('\n');
+    ASSERT_EQ(lines.size(), 2);
+    EXPECT_TRUE(lines[0].endsWith("line0"));
+}
+
+TEST(AppenderFile, CreatesDirectoriesAndTruncatesAnOldFile) {
+    QTemporaryDir dir;
+    QString const nested = dir.filePath("a/b");
+    ASSERT_TRUE(QDir().mkpath(nested));
+    QFile old(nested + "/log.txt");
+    ASSERT_TRUE(old.open(QIODevice::WriteOnly));
+    old.write("old content\n");
+    old.close();
+    std::unique_ptr<AppenderFile> file(AppenderFile::createAppenderFile(nested, "log.txt", 0));
+    ASSERT_TRUE(file);
+    EXPECT_EQ(fileBytes(nested + "/log.txt"), QByteArray());
+
+    std::unique_ptr<AppenderFile> deeper(
+        AppenderFile::createAppenderFile(dir.filePath("x/y/z"), "n.txt", 0));
+    EXPECT_TRUE(deeper);
+    EXPECT_TRUE(QFile::exists(dir.filePath("x/y/z/n.txt")));
+}
+
+TEST(AppenderFile, UnusableDirectoryOrFileGivesNull) {
+    QTemporaryDir dir;
+    QFile plain(dir.filePath("plain"));
+    ASSERT_TRUE(plain.open(QIODevice::WriteOnly));
+    plain.close();
+    testing::internal::CaptureStdout();
+    EXPECT_EQ(AppenderFile::createAppenderFile(dir.filePath("plain/sub"), "f.txt", 0), nullptr);
+    EXPECT_NE(testing::internal::GetCapturedStdout().find("PROBLEM creating directory"),
+              std::string::npos);
+    // A directory where the file should be can't be opened for writing.
+    ASSERT_TRUE(QDir().mkpath(dir.filePath("d/taken")));
+    EXPECT_EQ(AppenderFile::createAppenderFile(dir.filePath("d"), "taken", 0), nullptr);
+}
+
+TEST(AppenderLimitMemory, DropIndexDecidesWhichMessagesStay) {
+    struct Row {
+        unsigned int indexDrop;
+        std::vector<unsigned int> kept;
+    } const rows[] = {{0, {2, 3, 4}}, {1, {0, 3, 4}}, {2, {0, 1, 4}}, {5, {0, 1, 2, 3, 4}}};
+    for (Row const &row : rows) {
+        AppenderLimitMemory memory(row.indexDrop, 3, 0);
+        for (unsigned int i = 0; i < 5; ++i)
+            memory.append(message("m", i).get());
+        std::vector<unsigned int> numbers;
+        for (LogMessage *msg : memory.getLogMessages())
+            numbers.push_back(msg->getNumber());
+        EXPECT_EQ(numbers, row.kept) << "indexDrop " << row.indexDrop;
+    }
+}
+
+TEST(AppenderLimitMemory, ErrorsAreKeptApartAndHolesMarked) {
+    AppenderLimitMemory memory(0, 10, 0);
+    unsigned int const numbers[] = {3, 4, 7};
+    unsigned int const levels[] = {ERROR, INFO, FATAL};
+    for (int i = 0; i < 3; ++i)
+        memory.append(message(QString("n%1").arg(numbers[i]), numbers[i], levels[i], 1).get());
+    QStringList lines;
+    memory.getLogMessagesAsStrings(lines);
+    ASSERT_EQ(lines.size(), 5);
+    EXPECT_EQ(lines[0], "..");
+    EXPECT_TRUE(lines[1].startsWith("[000003] [ERROR] ["));
+    EXPECT_TRUE(lines[1].endsWith("]  n3"));
+    EXPECT_TRUE(lines[2].endsWith(" n4"));
+    EXPECT_EQ(lines[3], "..");
+    QStringList errors;
+    memory.getLogErrorMessagesAsStrings(errors);
+    ASSERT_EQ(errors.size(), 2);
+    EXPECT_TRUE(errors[1].startsWith("[000007] [FATAL]"));
+}
+
+TEST(AppenderLimitMemory, FirstAppenderTakesTheAttachment) {
+    AppenderLimitMemory memory(0, 10, 0);
+    auto msg = message("m", 1);
+    msg->attach(new LogAttachment(QByteArray("abc")));
+    memory.append(msg.get());
+    EXPECT_FALSE(msg->hasAttachment());
+    EXPECT_TRUE(memory.getLogMessages().at(0)->hasAttachment());
+}
+
+TEST(SchedulerFileSystemAction, RotatedNamesCarryTheUtcStampDownToTheUnit) {
+    struct Row {
+        SCHEDULE unit;
+        char const *file;
+        char const *pattern;
+    } const rows[] = {
+        {SCHEDULE_SECOND, "app", R"(^app_\d{4}_\d\d_\d\d___\d\d_\d\d_\d\d\.txt$)"},
+        {SCHEDULE_HOUR, "app", R"(^app_\d{4}_\d\d_\d\d___\d\d\.txt$)"},
+        {SCHEDULE_YEAR, "app.log", R"(^app\.log_\d{4}\.txt$)"},
+    };
+    for (Row const &row : rows) {
+        QTemporaryDir dir;
+        std::unique_ptr<AppenderFile> file(SchedulerFileSystemAction::createAppenderFile(
+            row.unit, dir.filePath("r"), row.file, 0));
+        ASSERT_TRUE(file);
+        QStringList const names = QDir(dir.filePath("r")).entryList(QDir::Files);
+        ASSERT_EQ(names.size(), 1);
+        EXPECT_TRUE(names[0].contains(QRegularExpression(row.pattern))) << qPrintable(names[0]);
+    }
+}
+
+TEST(ConsoleFilterQt, SwallowsMessagesHoldingAFilterText) {
+    ConsoleFilterQt::addFilter("QFont::");
+    QMessageLogContext context;
+    testing::internal::CaptureStderr();
+    ConsoleFilterQt::daMessageOut(QtWarningMsg, context, "QFont::setPointSize: <= 0");
+    ConsoleFilterQt::daMessageOut(QtWarningMsg, context, "kept message");
+    ConsoleFilterQt::clearFilters();
+    ConsoleFilterQt::daMessageOut(QtDebugMsg, context, "QFont:: again");
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "kept message\nQFont:: again\n");
+}
