@@ -6,7 +6,7 @@ set -euo pipefail
 packages=(
   g++ cmake ninja-build pkg-config
   qtbase5-dev qtbase5-dev-tools
-  libgtest-dev libgmock-dev libbenchmark-dev
+  libgtest-dev libgmock-dev libbenchmark-dev libspdlog-dev
   zlib1g-dev clang-format
 )
 

@@ -22,8 +22,9 @@ case "$mode" in
 --tsan)
     build=build-tsan
     cmake_args=(-DORV_SANITIZE=thread -DORV_BUILD_BENCHMARKS=OFF -DORV_BUILD_EXAMPLES=OFF)
-    # Threads, watchers, schedulers and timers live in these test folders.
-    ctest_args=(-L '^(tools_thread|tools_time)$')
+    # Threads, watchers, schedulers, timers, the logger and the kernel's hand-over to the
+    # GUI thread live in these test folders.
+    ctest_args=(-L '^(tools_thread|tools_time|tools_log|tools_kernel|tools_kernelNoApp)$')
     export TSAN_OPTIONS=${TSAN_OPTIONS:-suppressions=$root/scripts/tsan.supp:halt_on_error=1:second_deadlock_stack=1}
     ;;
 -h | --help) usage; exit 0 ;;

@@ -96,6 +96,8 @@ private:
     // The "%H:%M:%S" text of the last second seen: lines of one second share it.
     long long cachedSecond = -1;
     QByteArray cachedClock;
+    // Reused for every line, so that writing a line allocates nothing.
+    QByteArray line;
 };
 
 // Copies of the newest messages, at most maxMessages; when full, the entry at

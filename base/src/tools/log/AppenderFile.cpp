@@ -9,10 +9,37 @@
 
 #include <QtCore/QDebug>
 
-#include <cstdio>
 #include <ctime>
 
 namespace orv {
+
+namespace {
+
+// The line is built by hand: printf-style formatting was the larger part of the
+// logger thread's own work per line.
+void appendDecimal(QByteArray &out, unsigned int value, int minDigits) {
+    char digits[10];
+    int count = 0;
+    do {
+        digits[count++] = static_cast<char>('0' + value % 10);
+        value /= 10;
+    } while (value != 0);
+    for (int i = count; i < minDigits; ++i)
+        out += '0';
+    while (count > 0)
+        out += digits[--count];
+}
+
+// As QString::toLatin1: a character beyond Latin-1 becomes '?'.
+void appendLatin1(QByteArray &out, QString const &text) {
+    int const start = out.size();
+    out.resize(start + text.size());
+    char *to = out.data() + start;
+    for (QChar const c : text)
+        *to++ = c.unicode() < 256 ? static_cast<char>(c.unicode()) : '?';
+}
+
+} // namespace
 
 AppenderFile::AppenderFile(QString const &path, unsigned long long maxLen)
     : Appender(QStringLiteral("file")), file(path), maxLen(maxLen) {}
@@ -34,7 +61,8 @@ AppenderFile *AppenderFile::createAppenderFile(QString const &dir, QString const
 }
 
 bool AppenderFile::open(char const *complaint) {
-    if (file.open(QIODevice::WriteOnly))
+    // Unbuffered: every line is flushed anyway, so Qt's buffer would only add a copy.
+    if (file.open(QIODevice::WriteOnly | QIODevice::Unbuffered))
         return true;
     qDebug() << complaint << file.fileName();
     return false;
@@ -63,13 +91,21 @@ void AppenderFile::append(LogMessage *msg) {
         cachedClock = QByteArray(clock, static_cast<int>(length));
         cachedSecond = second;
     }
-    char head[96];
-    int const headLength =
-        std::snprintf(head, sizeof head, "[%06u] [%s] [%s,%06u] [%u] ", msg->getNumber(),
-                      logLevelToString(msg->getLogLevel()), cachedClock.constData(),
-                      static_cast<unsigned int>(micro % 1000000), msg->getThreadID());
-    QByteArray line(head, headLength);
-    line += msg->toString().toLatin1();
+    QString const text = msg->toString();
+    line.resize(0); // keeps the reserved capacity, where clear() would free it
+    line.reserve(64 + text.size());
+    line += '[';
+    appendDecimal(line, msg->getNumber(), 6);
+    line += "] [";
+    line += logLevelToString(msg->getLogLevel());
+    line += "] [";
+    line += cachedClock;
+    line += ',';
+    appendDecimal(line, static_cast<unsigned int>(micro % 1000000), 6);
+    line += "] [";
+    appendDecimal(line, msg->getThreadID(), 1);
+    line += "] ";
+    appendLatin1(line, text);
     line += '\n';
     file.write(line);
     file.flush();

@@ -12,17 +12,20 @@
 #include <QtCore/QByteArray>
 
 #include <algorithm>
+#include <chrono>
 #include <cstdio>
+#include <thread>
 
 namespace orv {
 
 namespace logger {
 
-void MessageQueue::push(LogMessage *msg) {
+void MessageQueue::push(LogMessage *msg, std::atomic<unsigned long long> &counter) {
     pending.fetch_add(1, std::memory_order_relaxed);
     bool wake = false;
     {
         std::lock_guard<std::mutex> lock(mutex);
+        msg->setNumber(static_cast<unsigned int>(counter.fetch_add(1)));
         messages.push_back(msg);
         wake = consumerWaiting;
         consumerWaiting = false;
@@ -35,6 +38,13 @@ void MessageQueue::push(LogMessage *msg) {
 
 void MessageQueue::takeAll(std::deque<LogMessage *> &batch) {
     std::unique_lock<std::mutex> lock(mutex);
+    if (messages.empty()) {
+        // A short nap before the real wait: under steady logging the next messages
+        // arrive meanwhile, and the callers are spared a wake-up call each.
+        lock.unlock();
+        std::this_thread::sleep_for(std::chrono::microseconds(200));
+        lock.lock();
+    }
     while (messages.empty()) {
         consumerWaiting = true;
         ready.wait(lock);
@@ -137,27 +147,26 @@ void Logger::logMessage(LogMessage *msg) {
         delete msg;
         return;
     }
-    QMutexLocker lock(&s.loggerMutex);
     if (!headerQueued.load()) {
-        atomicInitialized.store(true);
-        logHeaderMessages();
-        if (s.regression.load())
-            s.counter.store(0);
+        QMutexLocker lock(&s.loggerMutex);
+        if (!headerQueued.load()) {
+            atomicInitialized.store(true);
+            logHeaderMessages();
+            if (s.regression.load())
+                s.counter.store(0);
+            // Only now may others skip the mutex: their numbers follow the header's.
+            headerQueued.store(true);
+        }
     }
-    msg->setNumber(static_cast<unsigned int>(s.counter.fetch_add(1)));
-    s.queue.push(msg);
+    s.queue.push(msg, s.counter);
 }
 
 void Logger::logHeaderMessages() {
-    headerQueued.store(true);
     logger::State &s = state();
     // Copies go through the queue, so that the loop may delete what it wrote while
     // the list keeps its lines.
-    for (LogMessageString *line : header) {
-        LogMessage *copy = line->createCopy();
-        copy->setNumber(static_cast<unsigned int>(s.counter.fetch_add(1)));
-        s.queue.push(copy);
-    }
+    for (LogMessageString *line : header)
+        s.queue.push(line->createCopy(), s.counter);
 }
 
 void Logger::messageLoop() {

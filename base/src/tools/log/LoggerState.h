@@ -21,7 +21,9 @@ namespace orv::logger {
 // through the appenders, so a reader can wait for the logger to go idle.
 class MessageQueue {
 public:
-    void push(LogMessage *msg);
+    // Numbers msg from counter and queues it in one step, so that queue order is
+    // number order over all threads.
+    void push(LogMessage *msg, std::atomic<unsigned long long> &counter);
     // Waits for at least one message, then moves all queued ones to batch.
     void takeAll(std::deque<LogMessage *> &batch);
     void done(size_t count) { pending.fetch_sub(count, std::memory_order_acq_rel); }
@@ -47,8 +49,8 @@ struct State {
     std::mutex appenderMutex;
     std::vector<Appender *> appenders;
 
-    // Guards the acceptance of messages: numbering and queueing happen together, so
-    // queue order is number order over all threads.
+    // Guards the header's list and its queueing with the first accepted message; once
+    // the header is out, messages are accepted under the queue's mutex alone.
     QMutex loggerMutex;
     MessageQueue queue;
     std::atomic<unsigned long long> counter{0};

@@ -12,8 +12,18 @@ LogAttachment::~LogAttachment() = default;
 
 LogMessage::LogMessage(bool) : time(false) {}
 
+namespace {
+
+// Asked of the system once per thread: every message would pay a system call otherwise.
+unsigned int callingThreadId() {
+    thread_local unsigned int const id = platform::threadId();
+    return id;
+}
+
+} // namespace
+
 LogMessage::LogMessage(unsigned int level)
-    : threadID(platform::threadId()), time(true), mainThread(threadID == Logger::getThreadIDMain()),
+    : threadID(callingThreadId()), time(true), mainThread(threadID == Logger::getThreadIDMain()),
       level(level) {}
 
 LogMessage::LogMessage(LogMessage const &other) : time(false) { assign(&other); }
