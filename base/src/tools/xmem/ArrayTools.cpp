@@ -106,8 +106,12 @@ QByteArray ArrayTools::unFrameQByteArray(QByteArray const &framed) {
         ppError("ArrayTools::unFrameQByteArray, arSrcFramed.size() == 0");
         return framed;
     }
-    QByteArray stuffed = framed;
-    stuffed.replace('\0', QByteArray());
+    QByteArray stuffed(framed.size(), Qt::Uninitialized);
+    char *kept = stuffed.data();
+    for (char c : framed)
+        if (c != '\0')
+            *kept++ = c;
+    stuffed.resize(static_cast<int>(kept - stuffed.constData()));
     QByteArray out(stuffed.size(), Qt::Uninitialized);
     quint64 const n = unStuffData(bytesOf(stuffed), static_cast<quint64>(stuffed.size()),
                                   reinterpret_cast<unsigned char *>(out.data()));

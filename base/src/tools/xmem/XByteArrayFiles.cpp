@@ -22,6 +22,17 @@ int const DIGEST_SIZE = 16;
 // What one QByteArray can hold, with room for its header.
 quint64 const MAX_ARRAY_SIZE = std::numeric_limits<int>::max() - 64;
 
+// Deflate expands at most 1032:1. qUncompress allocates what the length field claims
+// before it inflates a byte, so a larger claim, which no compress() output carries,
+// would let 20 bytes of junk cost up to 2 GB.
+bool isPlausibleLength(QByteArray const &packed) {
+    if (packed.size() < 4)
+        return true;
+    auto const *p = reinterpret_cast<unsigned char const *>(packed.constData());
+    quint64 const claimed = quint64(p[0]) << 24 | quint64(p[1]) << 16 | quint64(p[2]) << 8 | p[3];
+    return claimed <= quint64(packed.size() - 4) * 1032 + 1024;
+}
+
 char const *const CANNOT_READ = "XMem::loadFromFile, cannot open file '$' for reading";
 
 } // namespace
@@ -42,11 +53,16 @@ XByteArray XByteArray::unCompress(XByteArray const &src) {
     QByteArray const stored = src.left(DIGEST_SIZE);
     QByteArray const packed = src.mid(DIGEST_SIZE);
     QByteArray const computed = MD5::md5_16(packed);
-    QByteArray unpacked = qUncompress(packed);
+    bool const plausible = isPlausibleLength(packed);
+    QByteArray unpacked = plausible ? qUncompress(packed) : QByteArray();
     if (stored.size() != computed.size() || stored != computed) {
         ppError("XByteArray::unCompress, CHECKSUM-ERROR, return empty array!");
         return XByteArray();
     }
+    if (!plausible)
+        ppError("XByteArray::unCompress, length field too big for $ compressed bytes, return "
+                "empty array!",
+                packed.size());
     return XByteArray(std::move(unpacked));
 }
 

@@ -75,6 +75,9 @@ TEST(ArrayTools, BadFramesNeverReadPastTheirBytes) {
     };
     for (Row const &row : rows)
         EXPECT_EQ(ArrayTools::unFrameQByteArray(row.framed), row.expected) << row.name;
+    // 1 MiB of full groups, the last one cut: 254 of every 255 bytes come out.
+    QByteArray const oversized(1 << 20, '\xff');
+    EXPECT_EQ(ArrayTools::unFrameQByteArray(oversized), QByteArray(4112 * 254 + 15, '\xff'));
 }
 
 TEST(ArrayTools, DigestFramesRefuseDamagedOrShortInput) {

@@ -12,7 +12,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cerrno>
 #include <stdexcept>
 
 using orv::XByteArray;
@@ -126,8 +125,12 @@ TEST(XByteArray, DamagedCompressedInputGivesTheEmptyArray) {
     // A well-formed digest over a broken stream: the digest alone lets it through.
     QByteArray const junk("\x00\x00\x00\x10not zlib at all", 19);
     QByteArray const lying = orv::MD5::md5_16(junk) + junk;
+    // Found by fuzzing: a length field of almost 2 GB made every call allocate it.
+    QByteArray const bigClaim = QByteArray("\x7f\xff\xff\x00", 4) + qCompress("abc").mid(4);
     Row const rows[] = {
         {"empty", QByteArray()},
+        {"2 GB claim, valid digest", orv::MD5::md5_16(bigClaim) + bigClaim},
+        {"2 GB claim, wrong digest", QByteArray(16, 'd') + bigClaim},
         {"shorter than a digest", packed.left(15)},
         {"digest only", packed.left(16)},
         {"truncated", packed.left(packed.size() - 3)},
