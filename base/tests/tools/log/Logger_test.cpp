@@ -34,6 +34,7 @@
 #include <memory>
 #include <string>
 #include <thread>
+#include <unistd.h>
 #include <vector>
 
 using namespace orv;
@@ -355,9 +356,48 @@ TEST(Logger, AppendersAreAddedAndRemovedWhileMessagesFlow) {
     EXPECT_TRUE(logger.removeAppender(&memory));
 }
 
-TEST(LoggerDeathTest, NullMessageIsFatal) {
+TEST(LoggerDeathTest, NullMessageIsFatalAtTheLoggersPlace) {
     GTEST_FLAG_SET(death_test_style, "threadsafe");
-    EXPECT_EXIT(Logger::log(nullptr, INFO, 0), testing::ExitedWithCode(1), "");
+    std::string const t = test::simpleTrailerPattern;
+    EXPECT_EXIT(
+        {
+            ::dup2(2, 1);
+            Logger::log(nullptr, INFO, 0);
+        },
+        testing::ExitedWithCode(1),
+        "^" + t + "nullptr:msg == NULL\n" + t + "Logger\n" + t + "LINE:742\n");
+}
+
+TEST(Logger, ConsoleOptionsReachEveryMessage) {
+    inFreshProcess([] {
+        QStringList failures;
+        bool const started =
+            Logger::ini(commandLine("x --logTrailler false"), nullptr, DEFAULT_LOG_MASK);
+        Logger &logger = Logger::getLogger();
+        CHECK(started && logger.hasAppenderConsole() && !logger.hasAppenderFile(), "");
+        CHECK(!Logger::isIncludeTraillerConsole() && logger.IsConsoleAppenderEnabled(), "");
+        std::string const out = captured([&] {
+            ppWarning(4, "$ $", QString::fromUtf8("caf\xC3\xA9"), 1);
+            logger.getAppenderLimitMemory();
+            logger.enableConsoleAppender(false);
+            ppWarning("hidden");
+            logger.getAppenderLimitMemory();
+            logger.enableConsoleAppender(true);
+            Logger::setIncludeTraillerConsole(true);
+            ppInfo("shown");
+            logger.getAppenderLimitMemory();
+        });
+        QStringList const lines = QString::fromUtf8(out.c_str()).split('\n');
+        // The header comes first; then the three lines that passed.
+        CHECK(lines.size() >= 3, "$", QString::fromStdString(out));
+        CHECK(lines.value(lines.size() - 3) == QString::fromUtf8("    caf\xC3\xA9 1"), "$",
+              QString::fromStdString(out));
+        CHECK(lines.value(lines.size() - 2)
+                  .contains(QRegularExpression(R"(^\[\d{6}\] \[INFO#\] \[.*\] \[000000\] shown$)")),
+              "$", QString::fromStdString(out));
+        CHECK(!out.empty() && out.find("hidden") == std::string::npos, "");
+        return failures;
+    });
 }
 
 TEST(Logger, HeaderOpensTheLogAndRegressionNumbersFromZero) {
@@ -448,6 +488,7 @@ TEST(Logger, ManyThreadsLoseNothingAndKeepTheirOrder) {
         Logger::quit();
         CHECK(Logger::isRunning(), "quit leaves the running flag set");
         ppInfo("after-quit");
+        xSleep(100);
 
         QStringList const lines = fileLines(dir.filePath("m.txt"));
         // PID, CPU, Qt, Orv and the file's name.
@@ -467,6 +508,7 @@ TEST(Logger, ManyThreadsLoseNothingAndKeepTheirOrder) {
         }
         for (int t = 0; t < threads; ++t)
             CHECK(next[t] == messagesPerThread, "thread $: $", t, next[t]);
+        // The quit message itself is the last line; what came after it nobody reads.
         CHECK(lines.value(lines.size() - 1).endsWith("] QUIT"), "$", lines.value(lines.size() - 1));
         return failures;
     });
