@@ -21,6 +21,8 @@ class QFile;
 
 namespace orv {
 
+struct XRamInfo;
+
 class ORV_EXPORT XMem : public AbstractMemory {
 public:
     XMem();
@@ -64,6 +66,8 @@ public:
     unsigned int getCounterMemBlock() const { return counterMemBlock; }
 
     XByteArray createByteArray() const override;
+    // Size and digest of the bytes, as an XNullDevice with digest finds them.
+    XRamInfo createRamInfo() const;
     // The length becomes sz, then sz bytes are copied.
     bool setMem(void const *pMem, quint64 sz) override;
     QString toString(quint64 head, quint64 tail, bool asc, bool hex, bool md5) const override;

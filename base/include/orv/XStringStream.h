@@ -105,6 +105,27 @@ public:
         return *this;
     }
 
+    // n blanks, then the value.
+    template <typename T> XStringStream &print(unsigned int n, T const &value) {
+        *this << QString(static_cast<int>(n), QLatin1Char(' '));
+        return print(value);
+    }
+    template <typename T> XStringStream &println(T const &value) {
+        print(value) << QLatin1Char('\n');
+        return *this;
+    }
+    template <typename T> XStringStream &println(unsigned int n, T const &value) {
+        print(n, value) << QLatin1Char('\n');
+        return *this;
+    }
+
+    bool isOK() const { return status() == QTextStream::Ok; }
+    // The stream's status in words, or "unknown".
+    QString statusToString() const;
+    void showStatus(unsigned int space) const;
+    // All the text so far of a stream on a QString; "" for other targets.
+    QString toString();
+
     // Appends the `$` formatting; a null format appends nothing.
     template <typename... Args> XStringStream &appendF(char const *format, Args const &...args) {
         if (format)

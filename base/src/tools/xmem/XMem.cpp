@@ -2,6 +2,7 @@
 #include "orv/XMem.h"
 
 #include "orv/Log.h"
+#include "orv/XNullDevice.h"
 
 #include <cstring>
 #include <functional>
@@ -210,6 +211,8 @@ XByteArray XMem::createByteArray() const {
     }
     return XByteArray(mem(), static_cast<int>(size()));
 }
+
+XRamInfo XMem::createRamInfo() const { return XRamInfo::ramInfoFromRawMemory(mem(), size()); }
 
 QString XMem::toString(quint64 head, quint64 tail, bool asc, bool hex, bool md5) const {
     return bytesToString(head, tail, asc, hex, md5);

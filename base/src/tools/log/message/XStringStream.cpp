@@ -1,6 +1,8 @@
 // XStringStream.cpp: text forms of the `$` formatter's arguments and the stream set-up.
 #include "orv/XStringStream.h"
 
+#include "orv/Log.h"
+
 #include <QtCore/QLocale>
 
 #include <charconv>
@@ -80,6 +82,27 @@ XStringStream::XStringStream(QByteArray const &bytes) : QTextStream(bytes) { set
 XStringStream::XStringStream(FILE *file) : QTextStream(file) { setLibraryDefaults(); }
 
 XStringStream::XStringStream(QIODevice *device) : QTextStream(device) { setLibraryDefaults(); }
+
+QString XStringStream::statusToString() const {
+    switch (status()) {
+    case QTextStream::Ok:
+        return QStringLiteral("Ok");
+    case QTextStream::ReadPastEnd:
+        return QStringLiteral("ReadPastEnd");
+    case QTextStream::ReadCorruptData:
+        return QStringLiteral("ReadCorruptData");
+    case QTextStream::WriteFailed:
+        return QStringLiteral("WriteFailed");
+    }
+    return QStringLiteral("unknown");
+}
+
+void XStringStream::showStatus(unsigned int space) const { ppDebug(space, statusToString()); }
+
+QString XStringStream::toString() {
+    flush();
+    return string() ? *string() : QString();
+}
 
 void XStringStream::setLibraryDefaults() {
     setCodec("UTF-8");
