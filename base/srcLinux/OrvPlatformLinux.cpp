@@ -67,6 +67,9 @@ int replaceProcess(char *const *argv, char *const *envv) {
     return ::execve(argv ? argv[0] : nullptr, argv, envv);
 }
 
+// A terminal belongs to the session, not to the process: nothing to release.
+void releaseConsole() {}
+
 // glibc's off_t is 64 bits wide on this target, so the o-forms cover large files.
 std::FILE *fopenPath(QString const &path, char const *mode) {
     return std::fopen(QFile::encodeName(path).constData(), mode);

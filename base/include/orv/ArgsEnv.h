@@ -10,6 +10,8 @@
 
 namespace orv {
 
+class CommandLine;
+
 class ORV_EXPORT ArgsEnv {
 public:
     static constexpr int MAX_LINE_LEN = 4096;
@@ -26,9 +28,18 @@ public:
     // Copies argc arguments (a null among them is fatal) and envv up to its null
     // entry; a null envv gives an empty vector.
     void fromMain(int argc, char **const argv, char **const envv);
+    // argv becomes program, command, then "--key" and (when not empty) the value of
+    // each item, every string cut at 32767 bytes; with withEnvironment, envv becomes
+    // the process environment as NAME=value (double quotes of values dropped).
+    void fromCommandLine(CommandLine const &cmd, bool withEnvironment);
     // Replaces the process with argv[0] started on argv and envv. Returns only when
     // that failed, after the diagnostics on stdout.
     void restartProgram();
+    // The vectors at DEBUG; "ArgsEnv is *EMPTY*" when there are none.
+    void show(unsigned int space) const;
+    void showArgsOnly(unsigned int space) const;
+    // The same list on stdout.
+    void showCout() const;
 
     int argc = 0;
     // argc + 1 entries, the last null.

@@ -9,6 +9,7 @@
 
 #include <QtCore/QString>
 
+#include <functional>
 #include <vector>
 
 namespace orv {
@@ -25,7 +26,25 @@ public:
     // The version string, with the suffix behind it when there is one.
     static QString getVersion();
     static double getVersionNumber();
+    // The name of a library id as the log shows it; OrvLibraries::libNameByIdent unless
+    // a program puts its own resolver here.
+    static std::function<char const *(unsigned int)> getOrvLibName;
 };
+
+// Names of the libraries whose ids stand in the high half of a log level. Fill it
+// during start-up: there is no lock.
+class ORV_EXPORT OrvLibraries {
+public:
+    // A null name is fatal; one over 128 bytes is refused; an id present already is
+    // replaced, with a line on stdout.
+    static void addLib(unsigned int ident, char const *libName);
+    // All names padded to one width, shorter ones ending in "*"; the width is fixed
+    // at the first call. An unknown id gives "UN-KN:<id>" in a buffer the next
+    // unknown id overwrites.
+    static char const *libNameByIdent(unsigned int ident);
+};
+
+ORV_EXPORT char const *getLibraryName(unsigned int logLevelFlags);
 
 // Each line is a message at INFO of this library, kept for the life of the process;
 // the log header copies the pointers. Fill it during start-up: there is no lock.

@@ -39,6 +39,9 @@ void initProcess();
 // Replaces the process with argv[0] run on argv and envv; returns only on failure,
 // with the system's result (errno set).
 int replaceProcess(char *const *argv, char *const *envv);
+// Releases the console of the process where the system gives it one; never closes
+// the standard streams.
+void releaseConsole();
 
 // A C stream on path, named as the file system wants it; null on failure.
 std::FILE *fopenPath(QString const &path, char const *mode);

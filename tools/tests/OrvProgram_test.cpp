@@ -1,0 +1,113 @@
+// OrvProgram_test.cpp: the orv program end to end: help, listing, commands that
+// succeed and fail with their exit codes, and the logger options.
+#include <gtest/gtest.h>
+
+#include <QtCore/QFile>
+#include <QtCore/QProcess>
+#include <QtCore/QRegularExpression>
+#include <QtCore/QTemporaryDir>
+
+namespace {
+
+struct ChildRun {
+    int exitCode = -1;
+    QString output;
+};
+
+ChildRun runOrv(QStringList const &args) {
+    QProcess process;
+    process.setProcessChannelMode(QProcess::MergedChannels);
+    process.start(ORV_PROGRAM, args);
+    ChildRun run;
+    if (!process.waitForFinished(30000)) {
+        process.kill();
+        process.waitForFinished();
+        return run;
+    }
+    run.exitCode = process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -2;
+    run.output = QString::fromUtf8(process.readAll());
+    return run;
+}
+
+QString sample(char const *name) { return QStringLiteral(ORV_SAMPLE_DIR "/") + name; }
+
+TEST(OrvProgram, HelpShowsTheCommandsAndGives20) {
+    for (char const *word : {"--help", "--HELP"}) {
+        ChildRun const run = runOrv({"md5", word});
+        EXPECT_EQ(run.exitCode, 20) << word;
+        EXPECT_TRUE(run.output.contains("md5 --file F")) << run.output.toStdString();
+        EXPECT_TRUE(run.output.contains("--logTrailler false"));
+    }
+}
+
+TEST(OrvProgram, ListingNamesEveryCommandWithItsDescriptionAndGives1) {
+    ChildRun const run = runOrv({});
+    EXPECT_EQ(run.exitCode, 1);
+    for (char const *command : {"cmdline", "format", "loginfo", "md5"}) {
+        QRegularExpression const line(QStringLiteral("\\b%1 \\.+ \\S").arg(command));
+        EXPECT_TRUE(run.output.contains(line)) << command << "\n" << run.output.toStdString();
+    }
+    EXPECT_TRUE(run.output.contains("basic tests:4"));
+}
+
+TEST(OrvProgram, UnknownCommandIsListedAsNotFound) {
+    ChildRun const run = runOrv({"nosuch"});
+    EXPECT_EQ(run.exitCode, 1);
+    EXPECT_TRUE(run.output.contains("test 'nosuch' not found")) << run.output.toStdString();
+}
+
+TEST(OrvProgram, CommandsGiveTheirResultAndStatus) {
+    struct Row {
+        QStringList args;
+        int exitCode;
+        char const *expected;
+    } const rows[] = {
+        {{"md5", "--file", sample("fox.txt")}, 0, "37c4b87edffc5d198ff5a185cee7ee09  "},
+        {{"md5", "--file", sample("missing.txt")}, 4, "EXIT_ORV_ERROR 4 - 'file not found'"},
+        {{"md5"}, 6, "EXIT_ORV_ERROR 6 - 'argument problem (missing, range, ... ?)'"},
+        {{"format", "--text", "a $ b $ c $", "--args", "x,y"}, 0, "a x b y c $"},
+        {{"cmdline", "--line", "copy --to \"my file\" --force"}, 0, "to = 'my file'"},
+        {{"cmdline", "--line", "copy --to \"open"}, 9, "EXIT_ORV_ERROR 9 - 'parsing problem'"},
+        {{"loginfo", "--count", "-1"}, 6, "--count must not be negative"},
+    };
+    for (Row const &row : rows) {
+        ChildRun const run = runOrv(row.args);
+        EXPECT_EQ(run.exitCode, row.exitCode) << row.args.join(' ').toStdString();
+        EXPECT_TRUE(run.output.contains(row.expected)) << row.args.join(' ').toStdString() << "\n"
+                                                       << run.output.toStdString();
+    }
+}
+
+TEST(OrvProgram, LogLevelDropsTheLowerLevels) {
+    ChildRun const run = runOrv({"loginfo", "--logLevel", "err"});
+    EXPECT_EQ(run.exitCode, 0);
+    EXPECT_TRUE(run.output.contains("loginfo line 1 at ERROR")) << run.output.toStdString();
+    EXPECT_FALSE(run.output.contains("loginfo line 1 at WARN"));
+    EXPECT_FALSE(run.output.contains("loginfo line 1 at INFO"));
+    EXPECT_FALSE(run.output.contains("executing test 'loginfo'"));
+    ChildRun const all = runOrv({"loginfo"});
+    EXPECT_TRUE(all.output.contains("loginfo line 1 at TEST")) << all.output.toStdString();
+    EXPECT_TRUE(all.output.contains("executing test 'loginfo'"));
+}
+
+TEST(OrvProgram, LogFileHoldsTheHeaderAndTheLines) {
+    QTemporaryDir dir;
+    ASSERT_TRUE(dir.isValid());
+    ChildRun const run =
+        runOrv({"loginfo", "--count", "2", "--logDir", dir.path(), "--logFile", "orv.log"});
+    EXPECT_EQ(run.exitCode, 0);
+    QFile file(dir.filePath("orv.log"));
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly)) << run.output.toStdString();
+    QString const log = QString::fromLatin1(file.readAll());
+    EXPECT_TRUE(log.contains("lib:orv tool")) << log.toStdString();
+    EXPECT_TRUE(log.contains("loginfo line 2 at WARN"));
+    EXPECT_TRUE(log.contains("'loginfo', result:0"));
+}
+
+TEST(OrvProgram, WithoutTraillerConsoleLinesAreTheBareText) {
+    QRegularExpression const bare(QStringLiteral("(^|\\n)loginfo line 1 at INFO\\r?\\n"));
+    EXPECT_TRUE(runOrv({"loginfo", "--logTrailler", "false"}).output.contains(bare));
+    EXPECT_FALSE(runOrv({"loginfo"}).output.contains(bare));
+}
+
+} // namespace
