@@ -1,0 +1,260 @@
+// XRecord_test.cpp: every attribute type through its written form and back, what
+// unreadable text and absent keys give, key order, and filling from text.
+#include "orv/XRecord.h"
+
+#include "orv/XMem.h"
+#include "support/CapturingAppender.h"
+#include "support/QtPrinters.h"
+
+#include <QtCore/QByteArray>
+
+#include <gtest/gtest.h>
+
+using orv::Res;
+using orv::XRecord;
+
+namespace {
+
+QString stored(XRecord const &r, char const *key) { return r.getString(QString::fromLatin1(key)); }
+
+XRecord withValue(QString const &value) {
+    XRecord r;
+    r.setString(QStringLiteral("k"), value);
+    return r;
+}
+
+} // namespace
+
+TEST(XRecord, WritesEachTypeInItsOneForm) {
+    XRecord r;
+    r.setBool("b", true);
+    r.setShort("s", -7);
+    r.setInt("i", -123456);
+    r.setUInt("u", 4000000000u);
+    r.setLong("l", -9000000000LL);
+    r.setULong("ul", 18000000000000000000ULL);
+    r.setDouble("d", 0.1);
+    r.setFloat("f", 1.5f);
+    r.setQPoint("p", QPoint(1, -2));
+    r.setQPointF("pf", QPointF(1.5, 2));
+    r.setQSize("sz", QSize(640, 480));
+    r.setQSizeF("szf", QSizeF(0.25, 1e7));
+    r.setRes("res", Res(1920, 1080));
+    r.setQRect("r", QRect(1, 2, 3, 4));
+    r.setQRectF("rf", QRectF(0.5, 1, 2.25, 3));
+    r.setQMargins("m", QMargins(1, 2, 3, 4));
+    struct Row {
+        char const *key;
+        char const *text;
+    } const rows[] = {
+        {"b", "true"},        {"s", "-7"},          {"i", "-123456"},
+        {"u", "4000000000"},  {"l", "-9000000000"}, {"ul", "18000000000000000000"},
+        {"d", "0.100000"},    {"f", "1.500000"},    {"p", "1,-2"},
+        {"pf", "1.5,2"},      {"sz", "640,480"},    {"szf", "0.25,1e+07"},
+        {"res", "1920,1080"}, {"r", "1,2,3,4"},     {"rf", "0.5,1,2.25,3"},
+        {"m", "1,2,3,4"},
+    };
+    for (Row const &row : rows)
+        EXPECT_EQ(stored(r, row.key), QString::fromLatin1(row.text)) << row.key;
+
+    EXPECT_TRUE(r.getBool("b", false));
+    EXPECT_EQ(r.getShort("s", 0), -7);
+    EXPECT_EQ(r.getInt("i", 0), -123456);
+    EXPECT_EQ(r.getUInt("u", 0), 4000000000u);
+    EXPECT_EQ(r.getLong("l", 0), -9000000000LL);
+    EXPECT_EQ(r.getULong("ul", 0), 18000000000000000000ULL);
+    EXPECT_DOUBLE_EQ(r.getDouble("d", 0), 0.1);
+    EXPECT_FLOAT_EQ(r.getFloat("f", 0), 1.5f);
+    EXPECT_EQ(r.getQPoint("p"), QPoint(1, -2));
+    EXPECT_EQ(r.getQPointF("pf"), QPointF(1.5, 2));
+    EXPECT_EQ(r.getQSize("sz"), QSize(640, 480));
+    EXPECT_EQ(r.getQSizeF("szf"), QSizeF(0.25, 1e7));
+    EXPECT_EQ(r.getRes("res"), Res(1920, 1080));
+    EXPECT_EQ(r.getQRect("r"), QRect(1, 2, 3, 4));
+    EXPECT_EQ(r.getQRectF("rf"), QRectF(0.5, 1, 2.25, 3));
+    EXPECT_EQ(r.getQMargins("m"), QMargins(1, 2, 3, 4));
+}
+
+TEST(XRecord, AbsentKeysGiveTheDefault) {
+    XRecord const r;
+    EXPECT_EQ(r.getString("x", "d"), QStringLiteral("d"));
+    EXPECT_TRUE(r.getBool("x", true));
+    EXPECT_EQ(r.getInt("x", 7), 7);
+    EXPECT_EQ(r.getUInt("x", 8u), 8u);
+    EXPECT_EQ(r.getULong("x", 9u), 9u);
+    EXPECT_DOUBLE_EQ(r.getDouble("x", 7.5), 7.5);
+    EXPECT_EQ(r.getQSize("x"), QSize(-1, -1));
+    EXPECT_TRUE(r.getQRect("x").isNull());
+    EXPECT_EQ(r.getRes("x"), Res());
+    EXPECT_TRUE(r.getQByteArray("x").isEmpty());
+    EXPECT_TRUE(r.getArrayString("x").empty());
+}
+
+TEST(XRecord, UnreadableNumbersGiveDefaultsButDoubleGivesZero) {
+    XRecord const r = withValue("abc");
+    EXPECT_EQ(r.getInt("k", 7), 7);
+    EXPECT_EQ(r.getShort("k", 6), 6);
+    EXPECT_EQ(r.getLong("k", 5), 5);
+    EXPECT_EQ(r.getULong("k", 4u), 4u);
+    EXPECT_EQ(r.getDouble("k", 7.0), 0.0);
+    EXPECT_EQ(r.getFloat("k", 7.0f), 0.0f);
+    EXPECT_EQ(withValue("").getString("k", "d"), QString(""));
+    // Cut to their width through the wider getter.
+    EXPECT_EQ(withValue("70000").getShort("k", 0), static_cast<short>(70000));
+    EXPECT_EQ(withValue("-1").getUInt("k", 0), 4294967295u);
+}
+
+TEST(XRecord, ReadsBoolFromLowerCasedText) {
+    struct Row {
+        char const *text;
+        bool expected;
+    } const rows[] = {{"true", true}, {"ON", true},   {"True", true}, {"1", true},
+                      {"7", true},    {"0", false},   {"-1", false},  {"false", false},
+                      {"off", false}, {"yes", false}, {"", false}};
+    for (Row const &row : rows)
+        EXPECT_EQ(withValue(row.text).getBool("k", !row.expected), row.expected) << row.text;
+}
+
+TEST(XRecord, GeometryNeedsItsCountOfTokens) {
+    EXPECT_EQ(withValue("1, 2").getQPoint("k"), QPoint(1, 2));
+    EXPECT_EQ(withValue("1;2").getQPoint("k", QPoint(9, 9)), QPoint(9, 9));
+    EXPECT_EQ(withValue("1,2,3").getQRect("k", QRect(5, 5, 5, 5)), QRect(5, 5, 5, 5));
+    EXPECT_EQ(withValue("1,,2").getQSize("k"), QSize(1, 2));
+    EXPECT_EQ(withValue("x,2").getQPoint("k"), QPoint(0, 2));
+    EXPECT_EQ(withValue("1,2,3,4,5").getQMargins("k"), QMargins());
+}
+
+TEST(XRecord, ArrayFloatFillsUpAndTruncatesWithWarnings) {
+    orv::test::CapturingAppender &log = orv::test::startCapturingLogger();
+    float out[3] = {9, 9, 9};
+    EXPECT_TRUE(withValue("1,2").getArrayFloat("k", out, 3));
+    EXPECT_EQ(out[0], 1.0f);
+    EXPECT_EQ(out[1], 2.0f);
+    EXPECT_EQ(out[2], 0.0f);
+    EXPECT_TRUE(log.waitForText("XRecord::getArrayFloat, too less tokens, expected 3 but we "
+                                "have 2, fill up with '0'"));
+    EXPECT_TRUE(withValue("1\t2, 3 4").getArrayFloat("k", out, 3));
+    EXPECT_EQ(out[2], 3.0f);
+    EXPECT_TRUE(log.waitForText(
+        "XRecord::getArrayFloat, too many tokens, expected 3 but we have 4, truncate...."));
+    EXPECT_FALSE(withValue("1").getArrayFloat("k", nullptr, 1));
+    EXPECT_FALSE(XRecord().getArrayFloat("k", out, 3));
+
+    XRecord r;
+    float const in[3] = {1.5f, -2, 0.25f};
+    r.setArrayFloat("a", in, 3);
+    EXPECT_EQ(stored(r, "a"), QStringLiteral("1.5,-2,0.25"));
+    r.setArrayFloat("e", in, 0);
+    EXPECT_EQ(stored(r, "e"), QString(""));
+    r.setArrayFloat("n", nullptr, 2);
+    EXPECT_FALSE(r.hasKey("n"));
+    EXPECT_TRUE(log.waitForText("XRecord::setArrayFloat, ar == nullptr"));
+}
+
+TEST(XRecord, KeepsListsBytesAndBlocksInOneAttribute) {
+    XRecord r;
+    r.setQByteArray("q", QByteArray("\x01\xff", 2));
+    EXPECT_EQ(stored(r, "q"), QString::fromLatin1(QByteArray("1, 255").toBase64()));
+    EXPECT_EQ(r.getQByteArray("q"), QByteArray("\x01\xff", 2));
+
+    std::vector<QString> const texts{"a", "", QStringLiteral("\u00e9t\u00e9")};
+    r.set_string_array("sa", texts);
+    EXPECT_EQ(r.get_string_array("sa"), texts);
+    r.set_mem("m", orv::XMem(QByteArray("\0x\0", 3)));
+    EXPECT_EQ(QByteArray(r.get_mem("m").mem(), 3), QByteArray("\0x\0", 3));
+    EXPECT_TRUE(withValue("").get_mem("k").isEmpty());
+
+    r.setBase64String("t64", QStringLiteral("h\u00e9"));
+    EXPECT_EQ(r.getBase64String("t64", "d"), QStringLiteral("h\u00e9"));
+    r.setString64("plain", orv::String64(QStringLiteral("x y")));
+    EXPECT_EQ(stored(r, "plain"), QStringLiteral("x y"));
+
+    EXPECT_EQ(withValue(" a, b\tc ").getArrayString("k"), (std::vector<QString>{"a", "b", "c"}));
+    EXPECT_TRUE(withValue("a,b").hasArray("k"));
+    EXPECT_FALSE(withValue("a b").hasArray("k"));
+}
+
+TEST(XRecord, KeepsKeysInOrderAndPrintsInIt) {
+    XRecord r;
+    r.setString("b", "2");
+    r.setString("a", "1");
+    r.setString("c", "x y");
+    r.setString("", "nothing");
+    EXPECT_EQ(r.keys(), (std::vector<QString>{"a", "b", "c"}));
+    EXPECT_EQ(r.firstKey(), QStringLiteral("a"));
+    EXPECT_EQ(r.toStringAttributes(), QStringLiteral("a: '1', b: '2', c: 'x y'"));
+    EXPECT_EQ(r.toStringEnv(), QStringLiteral("a=1 b=2 c=x y"));
+    EXPECT_EQ(r.toStringCmd(), QStringLiteral("--a 1 --b 2 --c x y"));
+    EXPECT_EQ(r.toString(), QStringLiteral(", attributes:3, {a: '1', b: '2', c: 'x y'}"));
+    EXPECT_EQ(XRecord().toStringEnv(), QString(""));
+}
+
+TEST(XRecord, EmptyNameCountsAsNoNameAndIsNotCopied) {
+    XRecord r;
+    r.setName("");
+    r.setString("x", "1");
+    EXPECT_FALSE(r.hasName());
+    EXPECT_FALSE(r.isName(""));
+    XRecord copy;
+    copy.setString("old", "gone");
+    r.copyAttributesTo(&copy);
+    EXPECT_EQ(copy.keys(), std::vector<QString>{"x"});
+    r.setName("n");
+    EXPECT_TRUE(r.isName("n"));
+    EXPECT_EQ(r.getSetString("new", "v"), QStringLiteral("v"));
+    EXPECT_TRUE(r.isString("new", "v"));
+    EXPECT_EQ(r.getSetString("new", "w"), QStringLiteral("v"));
+}
+
+TEST(XRecord, ReadsAssignmentsAndClassicAttributes) {
+    XRecord r;
+    r.setString("keep", "k");
+    r.fromString("a=1; b = \"x y\"", true, false);
+    EXPECT_EQ(stored(r, "a"), QStringLiteral("1"));
+    EXPECT_EQ(stored(r, "b"), QStringLiteral("x y"));
+    EXPECT_EQ(stored(r, "keep"), QStringLiteral("k"));
+
+    XRecord lines;
+    lines.fromString("a=1\nb=2\r\nc=3", true, true);
+    EXPECT_EQ(lines.countAttributes(), 3);
+
+    XRecord classic;
+    classic.fromString("a=\"1\" b=\"2\" e=\"\"", false, false);
+    EXPECT_EQ(classic.toStringEnv(), QStringLiteral("a=1 b=2 e="));
+}
+
+TEST(XRecord, StopsAtMalformedTextKeepingWhatCameBefore) {
+    struct Row {
+        char const *text;
+        bool pairs;
+        char const *expected; // toStringEnv afterwards
+    } const rows[] = {
+        {"a=1; b==2; c=3", true, "a=1"},
+        {"a=1; x\"y\"z; c=3", true, "a=1 c=3"},
+        {"a=1; b c = \"2\"; c=3", true, "a=1"},
+        {"a=\"1\" b=2", false, "a=1"},
+        {"a=\"1\" b=\"2", false, "a=1"},
+        {"a=\"1\" ", false, "a=1"},
+        {"", false, ""},
+    };
+    for (Row const &row : rows) {
+        XRecord r;
+        r.fromString(row.text, row.pairs, false);
+        EXPECT_EQ(r.toStringEnv(), QString::fromLatin1(row.expected)) << row.text;
+    }
+}
+
+TEST(XRecord, FillsFromTheEnvironment) {
+    qputenv("ORV_XRECORD_TEST", "v=1");
+    XRecord r;
+    r.fromEnvironment();
+    EXPECT_EQ(stored(r, "ORV_XRECORD_TEST"), QStringLiteral("v=1"));
+    qunsetenv("ORV_XRECORD_TEST");
+}
+
+TEST(String64, KeepsTheBase64FormAndGivesTheText) {
+    orv::String64 s;
+    s = QStringLiteral("h\u00e9llo");
+    EXPECT_EQ(s.encoded(), QStringLiteral("aMOpbGxv"));
+    EXPECT_EQ(s.toString(), QStringLiteral("h\u00e9llo"));
+}
