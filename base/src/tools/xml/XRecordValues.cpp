@@ -1,7 +1,6 @@
 // XRecordValues.cpp: the scalar and geometry attributes, each in its one written form.
 #include "orv/XRecord.h"
 
-#include "orv/Tokenizer.h"
 #include "orv/XStringStream.h"
 
 namespace orv {
@@ -22,17 +21,37 @@ QString joined(std::initializer_list<QString> parts) {
     return text;
 }
 
-// The value cut at commas and blanks, when it has exactly count tokens.
+// The numbers of a point, size or rectangle: the value cut at commas and blanks with
+// empty pieces dropped, as the tokenizer would, but without copying any piece.
+struct Numbers {
+    QStringRef parts[4];
+
+    int intAt(unsigned int i) const { return parts[i].toInt(); }
+    unsigned int uintAt(unsigned int i) const { return parts[i].toUInt(); }
+    double realAt(unsigned int i) const { return parts[i].toDouble(); }
+};
+
+// False unless the value of key has exactly count pieces.
 bool cutNumbers(std::map<QString, QString> const &attributes, QString const &key,
-                unsigned int count, Tokenizer &tokens) {
+                unsigned int count, Numbers &numbers) {
     auto const it = attributes.find(key);
     if (it == attributes.end())
         return false;
-    tokens.scan(it->second, QStringLiteral(", "), false);
-    return tokens.size() == count;
+    QString const &value = it->second;
+    unsigned int found = 0;
+    int begin = 0;
+    for (int i = 0; i <= value.size(); ++i) {
+        if (i < value.size() && value[i] != QLatin1Char(',') && value[i] != QLatin1Char(' '))
+            continue;
+        if (i > begin) {
+            if (found == count)
+                return false;
+            numbers.parts[found++] = value.midRef(begin, i - begin);
+        }
+        begin = i + 1;
+    }
+    return found == count;
 }
-
-double realAt(Tokenizer const &tokens, unsigned int i) { return tokens[i].toDouble(); }
 
 } // namespace
 
@@ -58,8 +77,12 @@ void XRecord::setFloat(QString const &key, float value) {
     setDouble(key, static_cast<double>(value));
 }
 
+// The formatter's real form is printf's "%f" (six decimals, no exponent) without
+// going through a format string.
 void XRecord::setDouble(QString const &key, double value) {
-    setString(key, QString::asprintf("%f", value));
+    QString text;
+    format::append(text, value);
+    setString(key, text);
 }
 
 bool XRecord::getBool(QString const &key, bool def) const {
@@ -117,48 +140,47 @@ double XRecord::getDouble(QString const &key, double def) const {
 }
 
 QPoint XRecord::getQPoint(QString const &key, QPoint const &def) const {
-    Tokenizer t;
-    return cutNumbers(attributes, key, 2, t) ? QPoint(t.intAt(0, 0), t.intAt(1, 0)) : def;
+    Numbers t;
+    return cutNumbers(attributes, key, 2, t) ? QPoint(t.intAt(0), t.intAt(1)) : def;
 }
 
 QPointF XRecord::getQPointF(QString const &key, QPointF const &def) const {
-    Tokenizer t;
-    return cutNumbers(attributes, key, 2, t) ? QPointF(realAt(t, 0), realAt(t, 1)) : def;
+    Numbers t;
+    return cutNumbers(attributes, key, 2, t) ? QPointF(t.realAt(0), t.realAt(1)) : def;
 }
 
 QSize XRecord::getQSize(QString const &key, QSize const &def) const {
-    Tokenizer t;
-    return cutNumbers(attributes, key, 2, t) ? QSize(t.intAt(0, 0), t.intAt(1, 0)) : def;
+    Numbers t;
+    return cutNumbers(attributes, key, 2, t) ? QSize(t.intAt(0), t.intAt(1)) : def;
 }
 
 QSizeF XRecord::getQSizeF(QString const &key, QSizeF const &def) const {
-    Tokenizer t;
-    return cutNumbers(attributes, key, 2, t) ? QSizeF(realAt(t, 0), realAt(t, 1)) : def;
+    Numbers t;
+    return cutNumbers(attributes, key, 2, t) ? QSizeF(t.realAt(0), t.realAt(1)) : def;
 }
 
 Res XRecord::getRes(QString const &key, Res const &def) const {
-    Tokenizer t;
-    return cutNumbers(attributes, key, 2, t) ? Res(t.uintAt(0, 0), t.uintAt(1, 0)) : def;
+    Numbers t;
+    return cutNumbers(attributes, key, 2, t) ? Res(t.uintAt(0), t.uintAt(1)) : def;
 }
 
 QRect XRecord::getQRect(QString const &key, QRect const &def) const {
-    Tokenizer t;
-    return cutNumbers(attributes, key, 4, t)
-               ? QRect(t.intAt(0, 0), t.intAt(1, 0), t.intAt(2, 0), t.intAt(3, 0))
-               : def;
+    Numbers t;
+    return cutNumbers(attributes, key, 4, t) ? QRect(t.intAt(0), t.intAt(1), t.intAt(2), t.intAt(3))
+                                             : def;
 }
 
 QRectF XRecord::getQRectF(QString const &key, QRectF const &def) const {
-    Tokenizer t;
+    Numbers t;
     return cutNumbers(attributes, key, 4, t)
-               ? QRectF(realAt(t, 0), realAt(t, 1), realAt(t, 2), realAt(t, 3))
+               ? QRectF(t.realAt(0), t.realAt(1), t.realAt(2), t.realAt(3))
                : def;
 }
 
 QMargins XRecord::getQMargins(QString const &key, QMargins const &def) const {
-    Tokenizer t;
+    Numbers t;
     return cutNumbers(attributes, key, 4, t)
-               ? QMargins(t.intAt(0, 0), t.intAt(1, 0), t.intAt(2, 0), t.intAt(3, 0))
+               ? QMargins(t.intAt(0), t.intAt(1), t.intAt(2), t.intAt(3))
                : def;
 }
 
