@@ -11,6 +11,7 @@ usage() { sed -n '2,5s/^# \{0,1\}//p' "$0"; }
 mode=${1:-}
 cmake_args=()
 ctest_args=()
+build_args=()
 case "$mode" in
 "") build=build ;;
 --sanitize)
@@ -24,7 +25,10 @@ case "$mode" in
     cmake_args=(-DORV_SANITIZE=thread -DORV_BUILD_BENCHMARKS=OFF -DORV_BUILD_EXAMPLES=OFF)
     # Threads, watchers, schedulers, timers, the logger and the kernel's hand-over to the
     # GUI thread live in these test folders.
-    ctest_args=(-L '^(tools_thread|tools_time|tools_log|tools_kernel|tools_kernelNoApp)$')
+    tsan_areas=(tools_thread tools_time tools_log tools_kernel tools_kernelNoApp)
+    ctest_args=(-L "^($(IFS='|'; echo "${tsan_areas[*]}"))\$")
+    # Only those test programs are built: the rest of the tree has no threads of its own.
+    build_args=(--target $(printf 'orv_%s_test ' "${tsan_areas[@]}"))
     export TSAN_OPTIONS=${TSAN_OPTIONS:-suppressions=$root/scripts/tsan.supp:halt_on_error=1:second_deadlock_stack=1}
     ;;
 -h | --help) usage; exit 0 ;;
@@ -34,5 +38,5 @@ esac
 "$root/scripts/bootstrap.sh"
 jobs=$(nproc)
 cmake -S "$root" -B "$root/$build" -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo "${cmake_args[@]}" >/dev/null
-cmake --build "$root/$build" -j "$jobs"
+cmake --build "$root/$build" -j "$jobs" "${build_args[@]}"
 ctest --test-dir "$root/$build" --output-on-failure -j "$jobs" "${ctest_args[@]}"
