@@ -6,15 +6,18 @@
 // The console shows "{mem:1}" for a block with bytes and no error, "{mem:0}" else.
 #pragma once
 
-#include "orv/XMem.h"
+#include "orv/XMemFile.h"
 
 namespace orv {
 
-// An owning block; the message that holds it deletes it.
-class ORV_EXPORT LogAttachment : public XMem {
+// An owning block with its MIME type; the message that holds it deletes it.
+class ORV_EXPORT LogAttachment : public XMemFile {
 public:
-    using XMem::XMem;
+    using XMemFile::XMemFile;
+    LogAttachment() = default;
     ~LogAttachment() override;
+
+    int getSize() const { return static_cast<int>(size()); }
 };
 
 } // namespace orv

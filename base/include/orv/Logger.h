@@ -29,6 +29,7 @@ class LogMessage;
 class LogMessageString;
 class XScheduler;
 class XSchedulerAction;
+class XMemFile;
 
 // The lines that open every log. Building one fixes the program's main thread.
 class ORV_EXPORT LogHeaderInfos {
@@ -82,6 +83,18 @@ public:
     // logger runs, and hands the message on. The logger owns msg from here on.
     static void log(LogMessage *msg, unsigned int level, unsigned int space);
     static void logPreparedMessage(LogMessage *msg);
+    // text with a LogAttachment holding mem: a deep copy when copy, else mem's bytes
+    // taken over (mem is left empty).
+    static void logMem(XMemFile &mem, bool copy, unsigned int level, QString const &text);
+    static void logMemCommand(XMemFile &mem, bool copy, QString const &text);
+    static void logMemDebug(XMemFile &mem, bool copy, QString const &text);
+    static void logMemError(XMemFile &mem, bool copy, QString const &text);
+    static void logMemInfo(XMemFile &mem, bool copy, QString const &text);
+    static void logMemRequest(XMemFile &mem, bool copy, QString const &text);
+    static void logMemResponse(XMemFile &mem, bool copy, QString const &text);
+    static void logMemState(XMemFile &mem, bool copy, QString const &text);
+    static void logMemTest(XMemFile &mem, bool copy, QString const &text);
+    static void logMemWarning(XMemFile &mem, bool copy, QString const &text);
     // Numbers and queues msg if its level passes the mask (quit messages always do);
     // any thread. Owns msg from here on. A null msg is fatal.
     void logMessage(LogMessage *msg);
