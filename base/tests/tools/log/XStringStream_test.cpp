@@ -201,6 +201,22 @@ TEST(XStringStream, PrintAndAppendFUseTheFormatterForms) {
     EXPECT_EQ(text, "nullptr 7 true v=2.500000 rest; $");
 }
 
+TEST(XStringStream, PrintlnIndentsAndToStringGivesAllTheText) {
+    QString text;
+    XStringStream stream(&text);
+    stream.print(2, "a")
+        .println(QStringLiteral("b"))
+        .println(1, 3)
+        .print(static_cast<char const *>(nullptr));
+    EXPECT_EQ(stream.toString(), "  ab\n 3\nnullptr");
+    EXPECT_TRUE(stream.isOK());
+    EXPECT_EQ(stream.statusToString(), "Ok");
+    stream.setStatus(QTextStream::WriteFailed);
+    EXPECT_FALSE(stream.isOK());
+    EXPECT_EQ(stream.statusToString(), "WriteFailed");
+    EXPECT_EQ(XStringStream(stdout).toString(), "");
+}
+
 TEST(XStringStream, PointerStringIsPercentPOrZeroForNull) {
     int value = 0;
     EXPECT_EQ(orv::pointerString(nullptr), "0x0");

@@ -258,3 +258,14 @@ TEST(String64, KeepsTheBase64FormAndGivesTheText) {
     EXPECT_EQ(s.encoded(), QStringLiteral("aMOpbGxv"));
     EXPECT_EQ(s.toString(), QStringLiteral("h\u00e9llo"));
 }
+
+TEST(XRecord, ShowsContentsWithBase64KeysDecoded) {
+    orv::test::CapturingAppender &log = orv::test::startCapturingLogger();
+    XRecord r;
+    r.setString("a", "1");
+    r.setBase64String("t64", QStringLiteral("x y"));
+    r.showContents(2, orv::INFO, nullptr);
+    EXPECT_TRUE(log.waitForText("<XRecord> {a: '1', t64: 'x y'}"));
+    r.showContents(0, orv::INFO, [](QString const &k, QString const &v) { return k + "=" + v; });
+    EXPECT_TRUE(log.waitForText("<XRecord> {a=1, t64: 'x y'}"));
+}
