@@ -40,6 +40,11 @@ TEST(XProgram, ExitCodesHaveTheirTexts) {
         EXPECT_EQ(exitOrvErrorCodeToString(row.code), row.text) << row.code;
 }
 
+TEST(XProgramDeathTest, ExitAppEndsWithStatusOne) {
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    EXPECT_EXIT(exitApp(QStringLiteral("giving up"), 0), testing::ExitedWithCode(1), "");
+}
+
 TEST(OrvTestFramework, LogLevelWordsAreCaseSensitive) {
     struct Row {
         char const *word;
