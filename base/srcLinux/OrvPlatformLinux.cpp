@@ -64,7 +64,11 @@ void initProcess() {
 
 // No PATH search: argv[0] is run as it stands.
 int replaceProcess(char *const *argv, char *const *envv) {
-    return ::execve(argv ? argv[0] : nullptr, argv, envv);
+    if (!argv || !argv[0]) {
+        errno = EFAULT; // what execve reports for a missing path
+        return -1;
+    }
+    return ::execve(argv[0], argv, envv);
 }
 
 // A terminal belongs to the session, not to the process: nothing to release.
