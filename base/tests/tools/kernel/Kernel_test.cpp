@@ -1,6 +1,7 @@
 // Kernel_test.cpp: work handed to the GUI thread, kernel events in notify, and what a
 // kernel takes from its arguments; the test main's application is a KernelTerminal.
 #include "orv/Kernel.h"
+#include "orv/Log.h"
 #include "orv/XThread.h"
 
 #include "support/CapturingAppender.h"
@@ -13,6 +14,7 @@
 #include <atomic>
 #include <stdexcept>
 #include <thread>
+#include <utility>
 #include <vector>
 
 namespace orv {
@@ -124,26 +126,36 @@ TEST(KernelEvents, NotifyRunsAKernelEventBeforeTheReceiverAndPassesOthers) {
 
 TEST(KernelEvents, EmptyFunctionIsLoggedAndDebugTracesTheDelivery) {
     test::CapturingAppender &log = test::startCapturingLogger();
+    static int round = 0; // markers stay unique when the test repeats
+    QString const begin = QStringLiteral("kernel events, round %1").arg(++round);
+    QString const end = QStringLiteral("end of ") + begin;
+    ppDebug(begin);
     XLambda_GUI_Event empty{std::function<void()>()};
     QObject receiver;
     QCoreApplication::sendEvent(&receiver, &empty);
-    EXPECT_TRUE(log.waitForText("XLamdaGUIEvent::runMethod functionGUI == null"));
-
     Kernel::set_debug_kernel_events(true);
     EXPECT_TRUE(Kernel::is_debug_kernel_events());
     bool ran = false;
     std::thread([&] { Kernel::runInGui([&] { ran = true; }, 0); }).join();
     EXPECT_TRUE(runLoopUntil([&] { return ran; }));
     Kernel::set_debug_kernel_events(false);
-    EXPECT_TRUE(log.waitForText("XLamdaGUIEvent::~runMethod"));
-    std::vector<test::CapturedLine> lines =
-        log.takenFrom("XLamdaGUIEvent::XLambda_GUI_Event, msWait:0");
-    ASSERT_EQ(lines.size(), 5u);
-    EXPECT_EQ(lines[1].text, "Kernel::filterOrvEvents - XKernelEvent");
-    EXPECT_EQ(lines[1].space, 0u);
-    EXPECT_EQ(lines[2].text, "Kernel::filterOrvEvents - XKernelEvent");
-    EXPECT_EQ(lines[2].space, 4u);
-    EXPECT_EQ(lines[3].text, "XLamdaGUIEvent::runMethod, msWait:0");
+    ppDebug(end);
+    ASSERT_TRUE(log.waitForText(end));
+    std::vector<std::pair<unsigned int, std::string>> lines;
+    for (test::CapturedLine const &line : log.takenFrom(begin))
+        if (line.text != begin && line.text != end)
+            lines.emplace_back(line.space, line.text.toStdString());
+        else if (line.text == end)
+            break;
+    std::vector<std::pair<unsigned int, std::string>> const expected{
+        {0, "XLamdaGUIEvent::runMethod functionGUI == null"},
+        {0, "XLamdaGUIEvent::XLambda_GUI_Event, msWait:0"},
+        {0, "Kernel::filterOrvEvents - XKernelEvent"},
+        {4, "Kernel::filterOrvEvents - XKernelEvent"},
+        {0, "XLamdaGUIEvent::runMethod, msWait:0"},
+        {0, "XLamdaGUIEvent::~runMethod"},
+    };
+    EXPECT_EQ(lines, expected);
 }
 
 class TestKernel : public Kernel {
@@ -153,12 +165,11 @@ public:
 };
 
 TEST(Kernel, PlaceHolderKeepsTheRealArgumentsArguments) {
-    char prog[] = "prog", key[] = "--key", value[] = "v";
-    char *args[] = {prog, key, value, nullptr};
+    // Static: the kernel's argument statics keep pointing here after the test.
+    static char prog[] = "prog", key[] = "--key", value[] = "v";
+    static char *args[] = {prog, key, value, nullptr};
     int argc = 3;
     Kernel *const appKernel = &Kernel::kernel();
-    int const savedArgc = Kernel::argc;
-    char **const savedArgv = Kernel::argv;
     Kernel::setCompanyName("ACME");
     {
         TestKernel kernel(argc, args, nullptr, true);
@@ -187,10 +198,8 @@ TEST(Kernel, PlaceHolderKeepsTheRealArgumentsArguments) {
         EXPECT_NE(copy.argv[2], args[1]);
         EXPECT_STREQ(copy.argv[2], "--key");
     }
-    // The statics outlive a kernel; put back the test main's for the other tests.
+    // _kernel outlives its kernel; put back the test main's for the other tests.
     Kernel::_kernel = appKernel;
-    Kernel::argc = savedArgc;
-    Kernel::argv = savedArgv;
 }
 
 TEST(KernelTerminal, QuitFromAWorkerEndsTheEventLoop) {
