@@ -54,7 +54,8 @@ AppenderFile *AppenderFile::createAppenderFile(QString const &dir, QString const
     }
     auto *appender = new AppenderFile(dir + '/' + file, maxLen);
     if (!appender->open("cannot log to file:")) {
-        // Not deleted: who owns a failed appender is left to the caller's design.
+        // Nobody else ever sees a failed appender.
+        delete appender;
         return nullptr;
     }
     return appender;

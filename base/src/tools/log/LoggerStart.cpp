@@ -156,7 +156,10 @@ void Logger::quit() {
         return;
     }
     msg->setLogLevel(DEBUG);
-    getLogger().logMessage(msg);
+    Logger &logger = getLogger();
+    logger.logMessage(msg);
+    // Nothing is written after the quit message: a rotation would only open empty files.
+    logger.scheduler->stop();
     xSleep(600);
     state().pool.waitForDone(600);
 }

@@ -24,8 +24,10 @@ AppenderFile *SchedulerFileSystemAction::createAppenderFile(SCHEDULE schedule, Q
     now.fromNow();
     auto *appender =
         new AppenderFile(dir + '/' + file + '_' + now.asString(schedule) + ".txt", maxLen);
-    if (!appender->open("SchedulerFileSystemAction::createAppenderFile, cannot log to file:"))
+    if (!appender->open("SchedulerFileSystemAction::createAppenderFile, cannot log to file:")) {
+        delete appender;
         return nullptr;
+    }
     return appender;
 }
 
