@@ -81,10 +81,13 @@ TEST(StringText, MemSearchTable) {
         bool ignoreCase;
         int offset; // -1: not found
     } const rows[] = {
-        {"xxabcxx", "abc", false, 2},   {"xxABCxx", "abc", false, -1}, {"xxABCxx", "abc", true, 2},
+        {"xxabcxx", "abc", false, 2},
+        {"xxABCxx", "abc", false, -1},
+        {"xxABCxx", "abc", true, 2},
         {"xxabc", "abc", false, -1}, // a match at the very end is missed
-        {"abc", "abc", false, -1},      {"aabxx", "ab", false, -1}, // the overlapping start is
-                                                                    // skipped
+        {"abc", "abc", false, -1},
+        {"aabxx", "ab", false, -1},     // the overlapping start is
+                                        // skipped
         {"Abcxxabcxx", "abc", true, 5}, // the first byte's own case wins over position
         {"Abcxxxxxxx", "abc", true, 0}, // other case only when its own is absent
         {"12-34-56", "-5", false, 5},

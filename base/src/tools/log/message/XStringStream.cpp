@@ -85,14 +85,10 @@ XStringStream::XStringStream(QIODevice *device) : QTextStream(device) { setLibra
 
 QString XStringStream::statusToString() const {
     switch (status()) {
-    case QTextStream::Ok:
-        return QStringLiteral("Ok");
-    case QTextStream::ReadPastEnd:
-        return QStringLiteral("ReadPastEnd");
-    case QTextStream::ReadCorruptData:
-        return QStringLiteral("ReadCorruptData");
-    case QTextStream::WriteFailed:
-        return QStringLiteral("WriteFailed");
+    case QTextStream::Ok: return QStringLiteral("Ok");
+    case QTextStream::ReadPastEnd: return QStringLiteral("ReadPastEnd");
+    case QTextStream::ReadCorruptData: return QStringLiteral("ReadCorruptData");
+    case QTextStream::WriteFailed: return QStringLiteral("WriteFailed");
     }
     return QStringLiteral("unknown");
 }
