@@ -41,9 +41,12 @@ public:
 
     // Waits up to ms for a line whose text is exactly text; false when none came.
     bool waitForText(QString const &text, int ms = 10000) {
+        // Each wake-up looks only at the lines that came since the last one, so a
+        // wait behind hundreds of thousands of lines stays linear.
+        size_t scanned = 0;
         return waitUntil(ms, [&] {
-            for (CapturedLine const &line : lines)
-                if (line.text == text)
+            for (; scanned < lines.size(); ++scanned)
+                if (lines[scanned].text == text)
                     return true;
             return false;
         });
