@@ -541,6 +541,9 @@ TEST(Logger, RotationBySecondWritesFilesThatSortInTimeOrder) {
                 name.contains(QRegularExpression(R"(^app_\d{4}_\d\d_\d\d___\d\d_\d\d_\d\d\.txt$)")),
                 "$", name);
             QStringList const lines = fileLines(dir.filePath(name));
+            // A rotation between the last tick and the listing leaves a file with no line yet.
+            if (lines.isEmpty())
+                continue;
             long long const first = numberOf(lines.value(0));
             CHECK(first > previousFirst, "$ starts at $", name, first);
             previousFirst = first;
