@@ -8,9 +8,12 @@
 
 #include "orv/OrvGlobal.h"
 
+#include <QtCore/QStringList>
+
 namespace orv {
 
 class CommandLine;
+class XRecord;
 
 class ORV_EXPORT ArgsEnv {
 public:
@@ -32,6 +35,9 @@ public:
     // each item, every string cut at 32767 bytes; with withEnvironment, envv becomes
     // the process environment as NAME=value (double quotes of values dropped).
     void fromCommandLine(CommandLine const &cmd, bool withEnvironment);
+    // envv becomes one key=value per key of the record, in its key order, each cut
+    // at 32767 bytes.
+    void fromRecord(XRecord const &record);
     // Replaces the process with argv[0] started on argv and envv. Returns only when
     // that failed, after the diagnostics on stdout.
     void restartProgram();
@@ -49,6 +55,7 @@ public:
 
 private:
     void release();
+    void replaceEnvironment(QStringList const &entries);
     void copyFrom(ArgsEnv const &other);
 };
 

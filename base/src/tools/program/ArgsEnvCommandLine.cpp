@@ -1,10 +1,11 @@
-// ArgsEnvCommandLine.cpp: an ArgsEnv rebuilt from a parsed command line and the
-// process environment, and the listings of its vectors.
+// ArgsEnvCommandLine.cpp: an ArgsEnv rebuilt from a parsed command line, the process
+// environment or a record, and the listings of its vectors.
 #include "orv/ArgsEnv.h"
 
 #include "orv/CommandLine.h"
 #include "orv/EnvVariables.h"
 #include "orv/Log.h"
+#include "orv/XRecord.h"
 
 #include <QtCore/QProcessEnvironment>
 
@@ -59,14 +60,27 @@ void ArgsEnv::fromCommandLine(CommandLine const &cmd, bool withEnvironment) {
     ppTest("======================= argc:$", argc);
     if (!withEnvironment)
         return;
+    QStringList entries;
+    for (QString const &key : QProcessEnvironment::systemEnvironment().keys())
+        entries << key + '=' + getEnv(key);
+    replaceEnvironment(entries);
+}
+
+void ArgsEnv::fromRecord(XRecord const &record) {
+    QStringList entries;
+    for (QString const &key : record.keys())
+        entries << key + '=' + record.getString(key, QString());
+    replaceEnvironment(entries);
+}
+
+void ArgsEnv::replaceEnvironment(QStringList const &entries) {
     for (int i = 0; envv && envv[i]; ++i)
         delete[] envv[i];
     delete[] envv;
-    QStringList const keys = QProcessEnvironment::systemEnvironment().keys();
-    envv = new char *[static_cast<size_t>(keys.size()) + 1]();
+    envv = new char *[static_cast<size_t>(entries.size()) + 1]();
     int e = 0;
-    for (QString const &key : keys)
-        envv[e++] = cutCopy((key + '=' + getEnv(key)).toLocal8Bit());
+    for (QString const &entry : entries)
+        envv[e++] = cutCopy(entry.toLocal8Bit());
     envv[e] = nullptr;
 }
 

@@ -2,6 +2,7 @@
 // outlive what they were made from (run it under the address sanitizer too).
 #include "orv/ArgsEnv.h"
 #include "orv/CommandLine.h"
+#include "orv/XRecord.h"
 
 #include <gtest/gtest.h>
 
@@ -67,6 +68,21 @@ TEST(ArgsEnvCommandLine, EnvironmentComesFromTheProcessWithoutDoubleQuotes) {
         found = found || std::string(args.envv[i]) == "ORV_ARGSENV_PROBE=quoted";
     EXPECT_TRUE(found);
     qunsetenv("ORV_ARGSENV_PROBE");
+}
+
+TEST(ArgsEnvCommandLine, RecordReplacesTheEnvironmentInKeyOrderAndCutsLongValues) {
+    ArgsEnv args;
+    args.fromCommandLine(CommandLine(), true);
+    XRecord record;
+    record.setString(QStringLiteral("B"), QStringLiteral("2"));
+    record.setString(QStringLiteral("A"), QString());
+    record.setString(QStringLiteral("C"), QString(40000, 'z'));
+    args.fromRecord(record);
+    ASSERT_NE(args.envv, nullptr);
+    EXPECT_STREQ(args.envv[0], "A=");
+    EXPECT_STREQ(args.envv[1], "B=2");
+    EXPECT_EQ(std::strlen(args.envv[2]), 32767u);
+    EXPECT_EQ(args.envv[3], nullptr);
 }
 
 TEST(ArgsEnvCommandLine, CopiesOutliveTheirSources) {
