@@ -12,6 +12,8 @@
 #include <QtCore/QFile>
 #include <QtCore/QTemporaryDir>
 
+#include "support/TempFiles.h"
+
 #include <cstring>
 #include <functional>
 
@@ -19,13 +21,7 @@ using namespace orv;
 
 namespace {
 
-QString writeFile(QTemporaryDir const &dir, QString const &name, QByteArray const &bytes) {
-    QString const path = dir.filePath(name);
-    QFile file(path);
-    if (file.open(QIODevice::WriteOnly))
-        file.write(bytes);
-    return path;
-}
+using test::writeFile;
 
 // Whether action logged a line with exactly this text.
 bool logs(QString const &text, std::function<void()> const &action) {

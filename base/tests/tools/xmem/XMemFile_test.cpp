@@ -9,19 +9,15 @@
 #include <QtCore/QFile>
 #include <QtCore/QTemporaryDir>
 
+#include "support/TempFiles.h"
+
 #include <functional>
 
 using namespace orv;
 
 namespace {
 
-QString writeFile(QTemporaryDir const &dir, QString const &name, QByteArray const &bytes) {
-    QString const path = dir.filePath(name);
-    QFile file(path);
-    if (file.open(QIODevice::WriteOnly))
-        file.write(bytes);
-    return path;
-}
+using test::writeFile;
 
 XMemFile typed() {
     XMemFile mem(QByteArray("abc"));

@@ -1,0 +1,19 @@
+// TempFiles.h: test files with given bytes inside a test's own temporary folder.
+#pragma once
+
+#include <QtCore/QByteArray>
+#include <QtCore/QFile>
+#include <QtCore/QTemporaryDir>
+
+namespace orv::test {
+
+// Writes bytes to name inside dir and returns the path.
+inline QString writeFile(QTemporaryDir const &dir, QString const &name, QByteArray const &bytes) {
+    QString const path = dir.filePath(name);
+    QFile file(path);
+    if (file.open(QIODevice::WriteOnly))
+        file.write(bytes);
+    return path;
+}
+
+} // namespace orv::test
