@@ -34,13 +34,14 @@ public:
     static void setDebug(bool on);
     static bool isDebug();
 
-    // The poster calls this after the last change to the event; delivery calls
-    // received(). Qt's queue hands the event over in code race checkers can't see.
-    void publish() { published.store(true, std::memory_order_release); }
-    void received() const { published.load(std::memory_order_acquire); }
+    // The poster calls publish() after the last change to an event; delivery calls
+    // received() before it even reads the event's type. Qt's queue hands events over
+    // in code race checkers can't see, so the order is made explicit on one counter.
+    static void publish() { handedOver.fetch_add(1, std::memory_order_release); }
+    static void received() { handedOver.load(std::memory_order_acquire); }
 
 private:
-    std::atomic<bool> published{false};
+    static std::atomic<quint64> handedOver;
 };
 
 // Event type 9100: a function for the GUI thread.

@@ -25,6 +25,7 @@ void singleShot(quint64 ms, std::function<void()> f) {
 } // namespace
 
 std::atomic<bool> KernelEvents::atomicFlagDebug{false};
+std::atomic<quint64> KernelEvents::handedOver{0};
 
 KernelEvents::KernelEvents(int type) : QEvent(static_cast<QEvent::Type>(type)) {}
 
@@ -82,11 +83,12 @@ void Kernel::runInGui(std::function<void()> f, quint64 msWait) {
     // msWait is dropped here: the work runs at the next turn of the main loop.
     QMutexLocker lock(&mutexRunner);
     auto *event = new XLambda_GUI_Event(std::move(f));
-    event->publish();
+    KernelEvents::publish();
     QCoreApplication::postEvent(QCoreApplication::instance(), event, Qt::NormalEventPriority);
 }
 
 bool Kernel::filterOrvEvents(QObject *, QEvent *event) {
+    KernelEvents::received();
     if (!KernelEvents::is_kernel_event(event))
         return true;
     bool const debug = KernelEvents::isDebug();
@@ -97,7 +99,6 @@ bool Kernel::filterOrvEvents(QObject *, QEvent *event) {
         return true;
     if (debug)
         ppDebug(4, "Kernel::filterOrvEvents - XKernelEvent");
-    kernelEvent->received();
     kernelEvent->runMethod();
     return true;
 }
