@@ -1,14 +1,16 @@
 // FileReader_test.cpp: typed round trips with FileWriter, lines, seeks and bad input.
 #include "orv/XFile.h"
 
-#include <QtCore/QFile>
+#include "support/TempFiles.h"
+
 #include <QtCore/QTemporaryDir>
 
 #include <gtest/gtest.h>
 
-#include <cmath>
+#include <climits>
 #include <cstring>
 #include <limits>
+#include <typeinfo>
 
 using orv::FileReader;
 using orv::FileWriter;
@@ -17,108 +19,80 @@ namespace {
 
 class FileReaderTest : public testing::Test {
 protected:
-    QString path(char const *name) const { return dir.filePath(QString::fromLatin1(name)); }
-    QString fileWith(QByteArray const &bytes) {
-        QString const name = path("in.bin");
-        QFile file(name);
-        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(bytes);
-        return name;
-    }
+    QString path(char const *name) const { return dir.filePath(name); }
+    QString fileWith(QByteArray const &bytes) { return orv::test::writeFile(dir, "in.bin", bytes); }
     QTemporaryDir dir;
 };
 
 template <typename T> bool sameBits(T a, T b) { return std::memcmp(&a, &b, sizeof(T)) == 0; }
 
-} // namespace
-
-TEST_F(FileReaderTest, ReadsBackEveryValueTypeIncludingExtremes) {
-    using I64 = std::numeric_limits<qint64>;
-    using F = std::numeric_limits<float>;
-    using D = std::numeric_limits<double>;
+// Writes values with write into a fresh file and reads them back with read, which
+// must give each value's bits as type R has them.
+template <typename W, typename R>
+void roundTrip(QString const &name, std::vector<W> const &values, void (FileWriter::*write)(W),
+               R (FileReader::*read)()) {
     {
-        FileWriter out(path("v.bin"));
+        FileWriter out(name);
         ASSERT_TRUE(out.isOpen());
-        for (char c : {char(-128), char(0), char(127)})
-            out.writeChar(c);
-        for (short s : {std::numeric_limits<short>::min(), short(-1), short(32767)})
-            out.writeShort(s);
-        for (int i : {std::numeric_limits<int>::min(), 0, std::numeric_limits<int>::max()})
-            out.writeInt(i);
-        for (unsigned int u : {0u, 1u, 0xFFFFFFFFu})
-            out.writeUINT(u);
-        for (qint64 l : {I64::min(), qint64(-1), I64::max()})
-            out.writeLONG(l);
-        for (float f : {F::lowest(), F::denorm_min(), -0.0f, F::infinity(), F::quiet_NaN()})
-            out.writeFloat(f);
-        for (double d : {D::lowest(), D::denorm_min(), D::max(), -D::infinity(), D::quiet_NaN()})
-            out.writeDouble(d);
-        out.writeBool(true);
-        out.writeBool(false);
-        out.writeString("Grüße");
-        out.writeChar(0);
-        out.writeLONG(-2); // read back as unsigned below
-        out.writeShort(-2);
-        out.writeChar(-2);
+        for (W v : values)
+            (out.*write)(v);
     }
-    FileReader in(path("v.bin"));
+    FileReader in(name);
     ASSERT_TRUE(in.isOpen());
-    EXPECT_EQ(in.readChar(), char(-128));
-    EXPECT_EQ(in.readChar(), 0);
-    EXPECT_EQ(in.readChar(), 127);
-    EXPECT_EQ(in.readShort(), std::numeric_limits<short>::min());
-    EXPECT_EQ(in.readShort(), -1);
-    EXPECT_EQ(in.readShort(), 32767);
-    EXPECT_EQ(in.readInt(), std::numeric_limits<int>::min());
-    EXPECT_EQ(in.readInt(), 0);
-    EXPECT_EQ(in.readInt(), std::numeric_limits<int>::max());
-    EXPECT_EQ(in.readUINT(), 0u);
-    EXPECT_EQ(in.readUInt(), 1u);
-    EXPECT_EQ(in.readUINT(), 0xFFFFFFFFu);
-    EXPECT_EQ(in.readLONG(), I64::min());
-    EXPECT_EQ(in.readLONG(), -1);
-    EXPECT_EQ(in.readLONG(), I64::max());
-    for (float f : {F::lowest(), F::denorm_min(), -0.0f, F::infinity(), F::quiet_NaN()})
-        EXPECT_TRUE(sameBits(in.readFloat(), f)) << f;
-    for (double d : {D::lowest(), D::denorm_min(), D::max(), -D::infinity(), D::quiet_NaN()})
-        EXPECT_TRUE(sameBits(in.readDouble(), d)) << d;
-    EXPECT_TRUE(in.readBool());
-    EXPECT_FALSE(in.readBool());
-    EXPECT_EQ(in.readString(), QString("Grüße"));
-    EXPECT_EQ(in.readULONG(), 0xFFFFFFFFFFFFFFFEull);
-    EXPECT_EQ(in.readUShort(), 0xFFFE);
-    EXPECT_EQ(in.readUChar(), 0xFE);
+    for (W v : values)
+        EXPECT_TRUE(sameBits((in.*read)(), static_cast<R>(v))) << typeid(R).name() << ' ' << +v;
     EXPECT_FALSE(in.canReadMore());
     EXPECT_FALSE(in.isEOF()); // only line reads set it
 }
 
+} // namespace
+
+TEST_F(FileReaderTest, ReadsBackEveryValueTypeIncludingExtremes) {
+    using F = std::numeric_limits<float>;
+    using D = std::numeric_limits<double>;
+    QString const name = path("v.bin");
+    roundTrip(name, {-128, 0, 127, -2}, &FileWriter::writeChar, &FileReader::readChar);
+    roundTrip(name, {-2}, &FileWriter::writeChar, &FileReader::readUChar); // 0xFE
+    roundTrip(name, {SHRT_MIN, -1, 32767}, &FileWriter::writeShort, &FileReader::readShort);
+    roundTrip(name, {-2}, &FileWriter::writeShort, &FileReader::readUShort); // 0xFFFE
+    roundTrip(name, {INT_MIN, 0, INT_MAX}, &FileWriter::writeInt, &FileReader::readInt);
+    roundTrip(name, {0u, 1u, 0xFFFFFFFFu}, &FileWriter::writeUINT, &FileReader::readUINT);
+    roundTrip(name, {0u, 1u, 0xFFFFFFFFu}, &FileWriter::writeUINT, &FileReader::readUInt);
+    roundTrip(name, {LLONG_MIN, -1, LLONG_MAX}, &FileWriter::writeLONG, &FileReader::readLONG);
+    roundTrip(name, {-2}, &FileWriter::writeLONG, &FileReader::readULONG); // 2^64 - 2
+    roundTrip(name, {F::lowest(), F::denorm_min(), -0.0f, F::infinity(), F::quiet_NaN()},
+              &FileWriter::writeFloat, &FileReader::readFloat);
+    roundTrip(name, {D::lowest(), D::denorm_min(), D::max(), -D::infinity(), D::quiet_NaN()},
+              &FileWriter::writeDouble, &FileReader::readDouble);
+    roundTrip(name, {true, false}, &FileWriter::writeBool, &FileReader::readBool);
+    {
+        FileWriter out(name);
+        out.writeString("Grüße");
+        out.writeChar(0);
+    }
+    EXPECT_EQ(FileReader(name).readString(), QString("Grüße"));
+}
+
 TEST_F(FileReaderTest, BoolIsTrueOnlyForAByteOf1) {
     FileReader in(fileWith(QByteArray("\x01\x02\x00\xff", 4)));
-    EXPECT_TRUE(in.readBool());
-    EXPECT_FALSE(in.readBool());
-    EXPECT_FALSE(in.readBool());
-    EXPECT_FALSE(in.readBool());
+    for (bool expected : {true, false, false, false})
+        EXPECT_EQ(in.readBool(), expected);
 }
 
 TEST_F(FileReaderTest, SeeksAndReadsTheLastLong) {
-    {
-        FileWriter out(path("s.bin"));
-        for (qint64 v : {11, 22, 33})
-            out.writeLONG(v);
-    }
-    FileReader in(path("s.bin"));
+    QString const name = path("s.bin");
+    roundTrip(name, {11, 22, 33}, &FileWriter::writeLONG, &FileReader::readLONG);
+    FileReader in(name);
     EXPECT_EQ(in.getFileLen(), 24);
     EXPECT_EQ(in.readLastLONG(), 33);
     EXPECT_TRUE(in.seek(8));
     EXPECT_EQ(in.getReadPos(), 8);
     EXPECT_TRUE(in.canReadMore());
     EXPECT_EQ(in.readLONG(), 22);
-    EXPECT_EQ(in.toString(), path("s.bin") + ", open, readPos:16");
+    EXPECT_EQ(in.toString(), name + ", open, readPos:16");
     EXPECT_FALSE(in.seek(-1));
     EXPECT_TRUE(in.isOpen());
-
-    FileReader shortFile(fileWith("1234567"));
-    EXPECT_EQ(shortFile.readLastLONG(), -1);
+    EXPECT_EQ(FileReader(fileWith("1234567")).readLastLONG(), -1);
 }
 
 TEST_F(FileReaderTest, ReadsLinesWithoutLineEndsAndInPiecesWhenLong) {
@@ -127,8 +101,7 @@ TEST_F(FileReaderTest, ReadsLinesWithoutLineEndsAndInPiecesWhenLong) {
         unsigned int maxLen;
         int flags;
         std::vector<QString> lines;
-    };
-    std::vector<Row> const rows = {
+    } const rows[] = {
         {"  a \n\n# c\n", 100, 2 | 4 | 8, {"a"}},
         {"  a \n\n# c\n", 100, 0, {"  a ", "", "# c"}},
         {"x\r\ny\nlast", 100, 0, {"x", "y", "last"}},
@@ -138,12 +111,12 @@ TEST_F(FileReaderTest, ReadsLinesWithoutLineEndsAndInPiecesWhenLong) {
         {"", 100, 0, {}},
     };
     for (Row const &row : rows) {
+        SCOPED_TRACE(row.text.constData());
         FileReader in(fileWith(row.text));
         std::vector<QString> lines{"kept"};
-        EXPECT_EQ(in.readAllAsciiLines(lines, row.maxLen, row.flags), int(row.lines.size()))
-            << row.text.constData();
+        EXPECT_EQ(in.readAllAsciiLines(lines, row.maxLen, row.flags), int(row.lines.size()));
         lines.erase(lines.begin());
-        EXPECT_EQ(lines, row.lines) << row.text.constData();
+        EXPECT_EQ(lines, row.lines);
         EXPECT_TRUE(in.isEOF());
         EXPECT_EQ(in.readAsciiLine(100), QString());
         EXPECT_EQ(in.readAllAsciiLines(lines, 100, 0), 0);
@@ -152,9 +125,10 @@ TEST_F(FileReaderTest, ReadsLinesWithoutLineEndsAndInPiecesWhenLong) {
 
 TEST_F(FileReaderTest, MissingFileOrFolderDoesNotOpen) {
     for (QString const &name : {path("missing"), dir.path(), QString()}) {
+        SCOPED_TRACE(name.toStdString());
         FileReader in(name);
-        EXPECT_FALSE(in.isOpen()) << name.toStdString();
-        EXPECT_FALSE(in.open(name)) << name.toStdString();
+        EXPECT_FALSE(in.isOpen());
+        EXPECT_FALSE(in.open(name));
         EXPECT_EQ(in.toString(), name + ", not open reading");
         EXPECT_EQ(in.readAsciiLine(80), QString());
         std::vector<QString> lines;
@@ -166,24 +140,23 @@ TEST_F(FileReaderTest, MissingFileOrFolderDoesNotOpen) {
 }
 
 TEST_F(FileReaderTest, LoadsAWholeFileWithinTheLimit) {
-    QString const name = fileWith("0123456789");
-    qint64 len = -5;
-    std::unique_ptr<char[]> buffer(FileReader::readBufferFromFile(name, len, 10));
-    ASSERT_NE(buffer, nullptr);
-    EXPECT_EQ(QByteArray(buffer.get(), int(len)), "0123456789");
-
     struct Row {
         QString file;
         qint64 maxLen;
-    };
-    for (Row const &row : {Row{name, 9}, Row{path("missing"), 100}, Row{dir.path(), 100}}) {
-        len = -5;
-        EXPECT_EQ(FileReader::readBufferFromFile(row.file, len, row.maxLen), nullptr);
-        EXPECT_EQ(len, 0);
+        char const *bytes; // null: no buffer
+    } const rows[] = {{fileWith("0123456789"), 10, "0123456789"},
+                      {path("in.bin"), 9, nullptr},
+                      {path("missing"), 100, nullptr},
+                      {dir.path(), 100, nullptr},
+                      {orv::test::writeFile(dir, "e", ""), 10, ""}};
+    for (Row const &row : rows) {
+        SCOPED_TRACE(row.file.toStdString() + " " + std::to_string(row.maxLen));
+        qint64 len = -5;
+        std::unique_ptr<char[]> buffer(FileReader::readBufferFromFile(row.file, len, row.maxLen));
+        EXPECT_EQ(buffer != nullptr, row.bytes != nullptr);
+        EXPECT_EQ(len, row.bytes ? qint64(std::strlen(row.bytes)) : 0);
+        EXPECT_EQ(QByteArray(buffer.get(), int(len)), row.bytes);
     }
-    std::unique_ptr<char[]> empty(FileReader::readBufferFromFile(fileWith(""), len, 10));
-    EXPECT_NE(empty, nullptr);
-    EXPECT_EQ(len, 0);
 }
 
 // The one test that meets the deliberate 5 s pause of a failed read.

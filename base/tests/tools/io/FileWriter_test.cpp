@@ -57,19 +57,21 @@ TEST(FileWriter, OpenEmptiesAnExistingFileAndFailsInAMissingFolder) {
 }
 
 TEST(FileWriter, ThreadsSharingAFileNeverTearARecord) {
+    struct Record {
+        char id[8]; // the writing thread's letter, 8 times
+        qint64 index, again;
+    };
+    int const perThread = 20000;
     QTemporaryDir dir;
     QString const name = dir.filePath("shared.bin");
-    int const recordsPerThread = 20000;
-    int const recordSize = 24; // thread byte, 7 filler, index, index again
     {
         FileWriter out(name);
         auto writer = [&out](char id) {
-            char record[recordSize];
-            for (qint64 i = 0; i < recordsPerThread; ++i) {
-                std::memset(record, id, 8);
-                std::memcpy(record + 8, &i, 8);
-                std::memcpy(record + 16, &i, 8);
-                out.write(record, recordSize);
+            Record record;
+            std::memset(record.id, id, 8);
+            for (qint64 i = 0; i < perThread; ++i) {
+                record.index = record.again = i;
+                out.write(reinterpret_cast<char const *>(&record), sizeof record);
             }
         };
         std::thread a(writer, 'A'), b(writer, 'B');
@@ -77,16 +79,16 @@ TEST(FileWriter, ThreadsSharingAFileNeverTearARecord) {
         b.join();
     }
     FileReader in(name);
-    ASSERT_EQ(in.getFileLen(), 2 * recordsPerThread * recordSize);
+    ASSERT_EQ(in.getFileLen(), qint64(2 * perThread * sizeof(Record)));
     qint64 next[2] = {0, 0};
-    for (int r = 0; r < 2 * recordsPerThread; ++r) {
-        char head[8];
-        ASSERT_EQ(in.readBytes(head, 8), 8u);
-        ASSERT_TRUE(head[0] == 'A' || head[0] == 'B');
-        ASSERT_EQ(QByteArray(head, 8), QByteArray(8, head[0])) << "record " << r;
-        qint64 const index = in.readLONG();
-        ASSERT_EQ(in.readLONG(), index) << "record " << r;
+    for (int r = 0; r < 2 * perThread; ++r) {
+        SCOPED_TRACE(r);
+        Record record;
+        ASSERT_EQ(in.readBytes(reinterpret_cast<char *>(&record), sizeof record), sizeof record);
+        ASSERT_TRUE(record.id[0] == 'A' || record.id[0] == 'B');
+        ASSERT_EQ(QByteArray(record.id, 8), QByteArray(8, record.id[0]));
+        ASSERT_EQ(record.again, record.index);
         // Each thread's records arrive whole and in its own order.
-        ASSERT_EQ(index, next[head[0] - 'A']++);
+        ASSERT_EQ(record.index, next[record.id[0] - 'A']++);
     }
 }
