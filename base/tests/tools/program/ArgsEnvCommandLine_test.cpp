@@ -9,38 +9,34 @@
 #include <cstring>
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace orv {
 namespace {
 
-TEST(ArgsEnvCommandLine, CountsProgramCommandKeysAndNonEmptyValues) {
+// Items follow the command in key order, each as --key then its value when not empty.
+TEST(ArgsEnvCommandLine, ItemsFollowTheCommandAsDashedKeyThenNonEmptyValue) {
     struct Row {
         char const *line;
-        int argc;
+        std::vector<std::string> items; // argv from 1 on
     } const rows[] = {
-        {"cmd", 2}, {"cmd --flag", 3}, {"cmd --key value", 4}, {"cmd --a 1 --b --c \"x y\"", 7}};
+        {"cmd", {"cmd"}},
+        {"cmd --flag", {"cmd", "--flag"}},
+        {"cmd --key value", {"cmd", "--key", "value"}},
+        {"cmd --a 1 --b --c \"x y\"", {"cmd", "--a", "1", "--b", "--c", "x y"}},
+        {"copy --to \"my file\" --force", {"copy", "--force", "--to", "my file"}},
+    };
     for (Row const &row : rows) {
+        SCOPED_TRACE(row.line);
         CommandLine cmd;
-        ASSERT_TRUE(cmd.fromString(row.line)) << row.line;
+        ASSERT_TRUE(cmd.fromString(row.line));
         ArgsEnv args;
         args.fromCommandLine(cmd, false);
-        EXPECT_EQ(args.argc, row.argc) << row.line;
-        EXPECT_EQ(args.argv[args.argc], nullptr) << row.line;
-        EXPECT_EQ(args.envv, nullptr) << row.line;
+        ASSERT_EQ(args.argc, int(row.items.size()) + 1);
+        EXPECT_EQ(std::vector<std::string>(args.argv + 1, args.argv + args.argc), row.items);
+        EXPECT_EQ(args.argv[args.argc], nullptr);
+        EXPECT_EQ(args.envv, nullptr);
     }
-}
-
-TEST(ArgsEnvCommandLine, ItemsFollowAsDashedKeyThenValue) {
-    CommandLine cmd;
-    ASSERT_TRUE(cmd.fromString("copy --to \"my file\" --force"));
-    ArgsEnv args;
-    args.fromCommandLine(cmd, false);
-    ASSERT_EQ(args.argc, 5);
-    EXPECT_STREQ(args.argv[1], "copy");
-    // Items come in key order.
-    EXPECT_STREQ(args.argv[2], "--force");
-    EXPECT_STREQ(args.argv[3], "--to");
-    EXPECT_STREQ(args.argv[4], "my file");
 }
 
 TEST(ArgsEnvCommandLine, CutsAnArgumentAt32767Bytes) {
@@ -104,20 +100,20 @@ TEST(ArgsEnvCommandLine, CopiesOutliveTheirSources) {
     EXPECT_STREQ(assigned.envv[0], "NAME=value");
 }
 
-TEST(ArgsEnvCommandLine, EmptyObjectShowsItselfAsEmpty) {
+TEST(ArgsEnvCommandLine, ShowsItsArgumentsAndEnvironmentOrThatItIsEmpty) {
     ArgsEnv args;
-    testing::internal::CaptureStdout();
-    args.showCout();
-    EXPECT_EQ(testing::internal::GetCapturedStdout(), "ArgsEnv is *EMPTY*\n");
+    auto shown = [&args] {
+        testing::internal::CaptureStdout();
+        args.showCout();
+        return testing::internal::GetCapturedStdout();
+    };
+    EXPECT_EQ(shown(), "ArgsEnv is *EMPTY*\n");
     char a0[] = "p";
     char e0[] = "A=1";
     char *argv[] = {a0, nullptr};
     char *envv[] = {e0, nullptr};
     args.fromMain(1, argv, envv);
-    testing::internal::CaptureStdout();
-    args.showCout();
-    EXPECT_EQ(testing::internal::GetCapturedStdout(),
-              "argc:1\n    argv[0] 'p'\nenv variables:1\n    env[0] 'A=1'\n");
+    EXPECT_EQ(shown(), "argc:1\n    argv[0] 'p'\nenv variables:1\n    env[0] 'A=1'\n");
 }
 
 } // namespace
