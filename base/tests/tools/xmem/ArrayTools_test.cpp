@@ -8,6 +8,8 @@
 
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 using orv::ArrayTools;
 
 namespace {
@@ -24,12 +26,7 @@ QByteArray bytes(std::initializer_list<int> values) {
 TEST(ArrayTools, FramesStuffZerosAwayAndComeBack) {
     QByteArray const run254(254, 'A');
     QByteArray const run255(255, 'A');
-    struct Row {
-        char const *name;
-        QByteArray payload;
-        QByteArray framed;
-    };
-    Row const rows[] = {
+    std::tuple<char const *, QByteArray, QByteArray> const rows[] = {
         {"empty", QByteArray(), bytes({0, 1, 0})},
         {"one zero", bytes({0}), bytes({0, 1, 1, 0})},
         {"trailing zero", bytes({0x41, 0}), bytes({0, 2, 0x41, 1, 0})},
@@ -37,11 +34,10 @@ TEST(ArrayTools, FramesStuffZerosAwayAndComeBack) {
         {"254 non-zero", run254, bytes({0, 0xFF}) + run254 + bytes({1, 0})},
         {"255 non-zero", run255, bytes({0, 0xFF}) + run254 + bytes({2, 0x41, 0})},
     };
-    for (Row const &row : rows) {
-        QByteArray const framed = ArrayTools::frameQByteArray(row.payload);
-        EXPECT_EQ(framed, row.framed) << row.name;
-        EXPECT_EQ(framed.mid(1, framed.size() - 2).count('\0'), 0) << row.name;
-        EXPECT_EQ(ArrayTools::unFrameQByteArray(framed), row.payload) << row.name;
+    for (auto const &[name, payload, expected] : rows) {
+        QByteArray const framed = ArrayTools::frameQByteArray(payload);
+        EXPECT_EQ(framed, expected) << name;
+        EXPECT_EQ(ArrayTools::unFrameQByteArray(framed), payload) << name;
     }
 }
 
@@ -55,26 +51,19 @@ TEST(ArrayTools, LongPayloadsOfEveryByteValueRoundTrip) {
     EXPECT_EQ(got, "kept:" + payload); // appended, not replaced
 }
 
-TEST(ArrayTools, UnFrameDropsEveryZeroSoTwoFramesFuse) {
-    QByteArray const two = ArrayTools::frameQByteArray("ab") + ArrayTools::frameQByteArray("cd");
-    EXPECT_EQ(ArrayTools::unFrameQByteArray(two), QByteArray("ab\0cd", 5));
-    EXPECT_EQ(ArrayTools::unFrameQByteArray(QByteArray()), QByteArray());
-}
-
-TEST(ArrayTools, BadFramesNeverReadPastTheirBytes) {
-    struct Row {
-        char const *name;
-        QByteArray framed;
-        QByteArray expected;
-    };
-    Row const rows[] = {
+TEST(ArrayTools, UnFrameDropsEveryZeroAndNeverReadsPastTheBytes) {
+    std::tuple<char const *, QByteArray, QByteArray> const rows[] = {
+        {"empty", QByteArray(), QByteArray()},
+        {"two frames fuse: every zero goes",
+         ArrayTools::frameQByteArray("ab") + ArrayTools::frameQByteArray("cd"),
+         QByteArray("ab\0cd", 5)},
         {"only delimiters", bytes({0, 0, 0}), QByteArray()},
         {"code past the end", bytes({0, 0x10, 0x41, 0x42}), "AB"},
         {"lone 255", bytes({0xFF}), QByteArray()},
         {"cut after a code", bytes({0x03, 0x41, 0x42, 0x05}), QByteArray("AB\0", 3)},
     };
-    for (Row const &row : rows)
-        EXPECT_EQ(ArrayTools::unFrameQByteArray(row.framed), row.expected) << row.name;
+    for (auto const &[name, framed, expected] : rows)
+        EXPECT_EQ(ArrayTools::unFrameQByteArray(framed), expected) << name;
     // 1 MiB of full groups, the last one cut: 254 of every 255 bytes come out.
     QByteArray const oversized(1 << 20, '\xff');
     EXPECT_EQ(ArrayTools::unFrameQByteArray(oversized), QByteArray(4112 * 254 + 15, '\xff'));
@@ -87,11 +76,7 @@ TEST(ArrayTools, DigestFramesRefuseDamagedOrShortInput) {
     QByteArray flipped = framed;
     flipped[2] = static_cast<char>(flipped[2] ^ 0x04); // one bit of the payload
     QByteArray const empty = ArrayTools::frameQByteArray_MD5(QByteArray());
-    struct Row {
-        char const *name;
-        QByteArray framed;
-    };
-    Row const rows[] = {
+    std::pair<char const *, QByteArray> const rows[] = {
         {"bit flipped", flipped},
         {"truncated", framed.left(framed.size() - 5)},
         {"empty payload", empty},
@@ -99,10 +84,10 @@ TEST(ArrayTools, DigestFramesRefuseDamagedOrShortInput) {
         {"32 bytes only", ArrayTools::frameQByteArray(QByteArray(32, 'x'))},
         {"foreign digest", ArrayTools::frameQByteArray("x" + orv::MD5::md5FromQByteArray("y"))},
     };
-    for (Row const &row : rows) {
+    for (auto const &[name, framed] : rows) {
         QByteArray out = "untouched";
-        EXPECT_FALSE(ArrayTools::unFrameQByteArray_MD5(row.framed, out)) << row.name;
-        EXPECT_EQ(out, "untouched") << row.name;
+        EXPECT_FALSE(ArrayTools::unFrameQByteArray_MD5(framed, out)) << name;
+        EXPECT_EQ(out, "untouched") << name;
     }
 }
 
@@ -120,31 +105,29 @@ TEST(ArrayTools, QByteArrayStuffingWritesOverTheTargetFromItsStart) {
     EXPECT_EQ(raw[0], 1);
 }
 
-TEST(ArrayTools, ChecksumByteMakesTheSumZero) {
+TEST(ArrayTools, ChecksumCountAndAlphabetHelpers) {
     QByteArray ar = bytes({1, 2});
     ArrayTools::addChecksumByte(ar);
     EXPECT_EQ(ar, bytes({1, 2, 0xFD}));
     QByteArray empty;
     ArrayTools::addChecksumByte(empty);
     EXPECT_EQ(empty, bytes({0}));
+    EXPECT_EQ(ArrayTools::countCharsOf("a.b.c", '.'), 2u);
+    EXPECT_EQ(ArrayTools::createQByteArrayABC(28), "ABCDEFGHIJKLMNOPQRSTUVWXYZAB");
 }
 
 TEST(ArrayTools, RemoveTakesTheRangeOrOnlyOneByteWhenItRunsPastTheEnd) {
-    struct Row {
-        unsigned int pos, len;
-        QByteArray result, left;
-        bool canRemove;
-    };
-    Row const rows[] = {
+    std::tuple<unsigned int, unsigned int, QByteArray, QByteArray, bool> const rows[] = {
         {0, 2, "ab", "cde", true},   {3, 2, "de", "abc", true},
         {3, 4, "d", "abcde", false}, {5, 1, "", "abcde", false},
         {0, 0, "", "abcde", false},  {1, 0xFFFFFFFFu, "b", "abcde", false},
     };
-    for (Row const &row : rows) {
+    for (auto const &[pos, len, result, left, canRemove] : rows) {
+        SCOPED_TRACE(testing::Message() << pos << "," << len);
         QByteArray ar = "abcde";
-        EXPECT_EQ(ArrayTools::canRemove(ar, row.pos, row.len), row.canRemove) << row.pos;
-        EXPECT_EQ(ArrayTools::arRemove(ar, row.pos, row.len), row.result) << row.pos;
-        EXPECT_EQ(ar, row.left) << row.pos << "," << row.len;
+        EXPECT_EQ(ArrayTools::canRemove(ar, pos, len), canRemove);
+        EXPECT_EQ(ArrayTools::arRemove(ar, pos, len), result);
+        EXPECT_EQ(ar, left);
     }
     QByteArray ar = "abc";
     EXPECT_TRUE(ArrayTools::canRemoveFromBegin(ar, 3));
@@ -153,24 +136,12 @@ TEST(ArrayTools, RemoveTakesTheRangeOrOnlyOneByteWhenItRunsPastTheEnd) {
     EXPECT_TRUE(ar.isEmpty());
 }
 
-TEST(ArrayTools, SmallHelpers) {
-    EXPECT_EQ(ArrayTools::countCharsOf("a.b.c", '.'), 2u);
-    QByteArray const abc = ArrayTools::createQByteArrayABC(28);
-    EXPECT_EQ(abc, "ABCDEFGHIJKLMNOPQRSTUVWXYZAB");
-}
-
 TEST(ArrayTools, DumpTextsFollowTheHeadTailAndGroupRules) {
     QByteArray const ar = bytes({0x41, 0x1F, 0xE9, 0x00, 0x7A, 0x30});
     QString const md5 =
         orv::MD5::md5FromBuffer(reinterpret_cast<unsigned char const *>(ar.constData()), 6);
-    struct Row {
-        quint64 head, tail;
-        bool asc, hex, md5;
-        quint64 limit;
-        unsigned int group;
-        QString expected;
-    };
-    Row const rows[] = {
+    // head, tail, asc, hex, md5, limit, group, text
+    std::tuple<quint64, quint64, bool, bool, bool, quint64, unsigned int, QString> const rows[] = {
         {10, 10, true, true, false, 0, 0,
          QStringLiteral("[6] = {A.\u00e9.z0} HEX{41 1F E9 00 7A 30} ")},
         {1, 2, true, true, false, 0, 0, QStringLiteral("[6] = {A .. z0} HEX{41  .. 7A 30} ")},
@@ -178,10 +149,10 @@ TEST(ArrayTools, DumpTextsFollowTheHeadTailAndGroupRules) {
         {10, 10, false, true, false, 3, 0, QStringLiteral("[3] = HEX{41 1F E9} ")},
         {1, 1, false, false, true, 3, 0, QStringLiteral("[3] = MD5{") + md5 + "} "},
     };
-    for (Row const &row : rows)
-        EXPECT_EQ(ArrayTools::qByteArrayToString(ar, row.head, row.tail, row.asc, row.hex, row.md5,
-                                                 row.limit, row.group, QStringLiteral("|")),
-                  row.expected);
+    for (auto const &[head, tail, asc, hex, md5, limit, group, text] : rows)
+        EXPECT_EQ(ArrayTools::qByteArrayToString(ar, head, tail, asc, hex, md5, limit, group,
+                                                 QStringLiteral("|")),
+                  text);
     EXPECT_EQ(ArrayTools::qByteArrayToString(QByteArray(1234, 'x'), 0, 0, false, false, false, 0, 0,
                                              QString()),
               QStringLiteral("[1.234] = "));

@@ -16,6 +16,7 @@
 
 #include <cstring>
 #include <functional>
+#include <tuple>
 
 using namespace orv;
 
@@ -86,7 +87,7 @@ TEST(XFileMapper, MapsLazilyAndRefusesASecondOpenWhileMapped) {
     EXPECT_NE(mapper.mem(), nullptr);
 }
 
-TEST(XFileMapper, UnMapWithoutAMapFailsAndLeavesTheFileOpen) {
+TEST(XFileMapper, OpenButUnmappedRefusesUnMapAndByteArrayAndStaysOpen) {
     QTemporaryDir dir;
     XFileMapper mapper(writeFile(dir, "a.txt", "abc"));
     ASSERT_TRUE(mapper.mapReadOnly());
@@ -94,21 +95,14 @@ TEST(XFileMapper, UnMapWithoutAMapFailsAndLeavesTheFileOpen) {
     EXPECT_TRUE(
         logs("XFileMapper::mapReadyOnly, was NOT mapped !", [&] { result = mapper.unMap(); }));
     EXPECT_FALSE(result);
-    // Still open: mem() maps without a new open.
-    EXPECT_NE(mapper.mem(), nullptr);
-    EXPECT_FALSE(mapper.mapReadOnly()); // now mapped, so refused
-}
-
-TEST(XFileMapper, ByteArrayNeedsAMapFirst) {
-    QTemporaryDir dir;
-    XFileMapper mapper(writeFile(dir, "a.txt", "abc"));
-    ASSERT_TRUE(mapper.mapReadOnly());
     XByteArray early;
     EXPECT_TRUE(logs("XFileMapper::createByteArray, NOT mapped - call",
                      [&] { early = mapper.createByteArray(); }));
     EXPECT_TRUE(early.isEmpty());
-    mapper.mem();
+    // Still open: mem() maps without a new open.
+    EXPECT_NE(mapper.mem(), nullptr);
     EXPECT_EQ(mapper.createByteArray(), QByteArray("abc"));
+    EXPECT_FALSE(mapper.mapReadOnly()); // now mapped, so refused
 }
 
 TEST(XFileMapper, ReadWriteCreatesSizesAndWritesTheFile) {
@@ -130,24 +124,19 @@ TEST(XFileMapper, ReadWriteCreatesSizesAndWritesTheFile) {
 TEST(XFileMapper, BadFilesFailWithoutACrash) {
     QTemporaryDir dir;
     QString const empty = writeFile(dir, "empty.txt", QByteArray());
-    struct Row {
-        char const *name;
-        QString path;
-        bool readWrite;
-        bool opens;
-    };
     // Running as root, a missing directory stands in for a file we may not create.
-    Row const rows[] = {
+    // name, path, read-write, opens
+    std::tuple<char const *, QString, bool, bool> const rows[] = {
         {"missing file", dir.filePath("missing.txt"), false, false},
         {"directory read-only", dir.path(), false, false},
         {"directory read-write", dir.path(), true, false},
         {"inside a missing directory", dir.filePath("no/such/dir/f.bin"), true, false},
         {"empty file", empty, false, true},
     };
-    for (Row const &row : rows) {
-        SCOPED_TRACE(row.name);
-        XFileMapper mapper(row.path);
-        EXPECT_EQ(row.readWrite ? mapper.mapReadWrite() : mapper.mapReadOnly(), row.opens);
+    for (auto const &[name, path, readWrite, opens] : rows) {
+        SCOPED_TRACE(name);
+        XFileMapper mapper(path);
+        EXPECT_EQ(readWrite ? mapper.mapReadWrite() : mapper.mapReadOnly(), opens);
         EXPECT_EQ(mapper.mem(), nullptr);
         EXPECT_FALSE(mapper.isMapped());
         EXPECT_EQ(mapper.lastChar(), nullptr);

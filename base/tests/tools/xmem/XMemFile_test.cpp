@@ -27,7 +27,7 @@ XMemFile typed() {
 
 } // namespace
 
-TEST(XMemFile, WholeLoadTakesTypeAndUrlPartialLoadLeavesThem) {
+TEST(XMemFile, WholeLoadTakesTypeAndUrlPartialOrFailedLoadLeavesThem) {
     QTemporaryDir dir;
     QString const path = writeFile(dir, "page.HTML", "<p>hello</p>");
     XMemFile whole;
@@ -44,14 +44,11 @@ TEST(XMemFile, WholeLoadTakesTypeAndUrlPartialLoadLeavesThem) {
     ASSERT_TRUE(kept.loadFromFile(path, 100)); // above the size: the whole file
     EXPECT_TRUE(kept.getMimeType().isSubType_png());
     EXPECT_EQ(kept.size(), 12u);
-}
 
-TEST(XMemFile, MissingFileFailsWithErrorWordButKeepsTheType) {
-    QTemporaryDir dir;
-    XMemFile mem;
-    EXPECT_FALSE(mem.loadFromFile(dir.filePath("none.txt"), 0));
-    EXPECT_TRUE(mem.isOrvError(XError::ORV_ERROR_CANNOT_READ_RESOURCE));
-    EXPECT_TRUE(mem.getMimeType().isMime("text/plain"));
+    XMemFile missing; // fails with the error word, the type stays
+    EXPECT_FALSE(missing.loadFromFile(dir.filePath("none.txt"), 0));
+    EXPECT_TRUE(missing.isOrvError(XError::ORV_ERROR_CANNOT_READ_RESOURCE));
+    EXPECT_TRUE(missing.getMimeType().isMime("text/plain"));
 }
 
 TEST(XMemFile, NewContentDropsTheType) {

@@ -3,6 +3,7 @@
 #include "orv/XMem.h"
 
 #include "support/QtPrinters.h"
+#include "support/TempFiles.h"
 
 #include <QtCore/QFile>
 #include <QtCore/QRegularExpression>
@@ -13,10 +14,12 @@
 #include <gtest/gtest.h>
 
 #include <cerrno>
+#include <tuple>
 #include <unistd.h>
 
 using orv::XError;
 using orv::XMem;
+using orv::test::writeFile;
 
 namespace {
 
@@ -28,8 +31,13 @@ XMem blockInError(QByteArray const &bytes) {
     XMem block(bytes);
     char c = 0;
     block.charAtPos(c, 1000); // out of range: sets the error word
-    EXPECT_TRUE(block.isOrvError(XError::ORV_ERROR_OUT_OF_RANGE));
     return block;
+}
+
+// The bytes, and an error word that is clean or holds blockInError's error.
+void expectBlock(XMem const &block, QByteArray const &bytes, bool inError) {
+    EXPECT_EQ(bytesOf(block), bytes);
+    EXPECT_TRUE(inError ? block.isOrvError(XError::ORV_ERROR_OUT_OF_RANGE) : block.isOK());
 }
 
 // The console's lines without the number, time and thread it may put in front.
@@ -72,38 +80,29 @@ TEST(XMem, EveryConstructorDrawsTheNextBlockNumber) {
 TEST(XMem, CopyConstructionLeavesTheErrorBehind) {
     XMem const source = blockInError("abc");
     XMem const copy(source);
-    EXPECT_TRUE(copy.isOK());
+    expectBlock(copy, "abc", false);
     EXPECT_NE(copy.getCounterMemBlock(), source.getCounterMemBlock());
-    EXPECT_EQ(bytesOf(copy), QByteArray("abc"));
-    EXPECT_NE(copy.mem(), source.mem());
 }
 
-TEST(XMem, MoveConstructionTakesBytesNumberAndErrorWithoutTouchingTheBytes) {
+TEST(XMem, MovesTakeBytesNumberAndErrorLeavingTheSourceEmptyAndClean) {
     XMem source = blockInError("abcdef");
     char const *bytes = source.mem();
     unsigned int const number = source.getCounterMemBlock();
-    XMem const moved(std::move(source));
+    XMem moved(std::move(source));
     EXPECT_EQ(moved.mem(), bytes);
     EXPECT_EQ(moved.getCounterMemBlock(), number);
-    EXPECT_TRUE(moved.isOrvError(XError::ORV_ERROR_OUT_OF_RANGE));
-    // The source is empty and clean and keeps its number.
+    expectBlock(moved, "abcdef", true);
+    expectBlock(source, QByteArray(), false);
     EXPECT_EQ(source.mem(), nullptr);
-    EXPECT_EQ(source.length(), 0u);
-    EXPECT_TRUE(source.isOK());
-    EXPECT_EQ(source.getCounterMemBlock(), number);
-}
+    EXPECT_EQ(source.getCounterMemBlock(), number); // keeps its number
 
-TEST(XMem, MoveAssignmentFreesTheTargetAndTakesTheSource) {
-    XMem source = blockInError("abcdef");
-    char const *bytes = source.mem();
-    unsigned int const number = source.getCounterMemBlock();
     XMem target("old");
-    target = std::move(source);
+    target = std::move(moved);
     EXPECT_EQ(target.mem(), bytes);
     EXPECT_EQ(target.getCounterMemBlock(), number);
-    EXPECT_TRUE(target.isOrvError(XError::ORV_ERROR_OUT_OF_RANGE));
-    EXPECT_TRUE(source.isOK());
-    EXPECT_EQ(source.mem(), nullptr);
+    expectBlock(target, "abcdef", true);
+    EXPECT_TRUE(moved.isOK());
+    EXPECT_EQ(moved.mem(), nullptr);
 }
 
 TEST(XMem, CopyAssignmentReusesCapacityRenumbersAndKeepsTheTargetsError) {
@@ -113,10 +112,9 @@ TEST(XMem, CopyAssignmentReusesCapacityRenumbersAndKeepsTheTargetsError) {
     XMem const source("short");
     target = source;
     EXPECT_EQ(target.mem(), storage); // fits in the capacity: no reallocation
-    EXPECT_EQ(bytesOf(target), QByteArray("short\0", 6));
+    expectBlock(target, QByteArray("short\0", 6), true);
     EXPECT_NE(target.getCounterMemBlock(), before);
     EXPECT_NE(target.getCounterMemBlock(), source.getCounterMemBlock());
-    EXPECT_TRUE(target.isOrvError(XError::ORV_ERROR_OUT_OF_RANGE));
 }
 
 TEST(XMem, TextAssignmentsChangeOnlyTheBytes) {
@@ -127,40 +125,35 @@ TEST(XMem, TextAssignmentsChangeOnlyTheBytes) {
     block = QByteArray("raw");
     EXPECT_EQ(bytesOf(block), QByteArray("raw"));
     block = std::string("s");
-    EXPECT_EQ(bytesOf(block), QByteArray("s\0", 2));
+    expectBlock(block, QByteArray("s\0", 2), true);
     EXPECT_EQ(block.getCounterMemBlock(), number);
-    EXPECT_TRUE(block.isOrvError(XError::ORV_ERROR_OUT_OF_RANGE));
 }
 
-TEST(XMem, AssignTakesBytesErrorAndNumber) {
-    XMem const source = blockInError("abc");
-    XMem target;
-    target._assign(source);
-    EXPECT_EQ(bytesOf(target), QByteArray("abc"));
-    EXPECT_EQ(target.getCounterMemBlock(), source.getCounterMemBlock());
-    EXPECT_TRUE(target.isOrvError(XError::ORV_ERROR_OUT_OF_RANGE));
-}
-
-TEST(XMem, CopyRenumbersTheSourceNotTheTwin) {
+TEST(XMem, AssignAndCopyCarryBytesErrorAndNumber) {
     XMem source = blockInError("abc");
     unsigned int const old = source.getCounterMemBlock();
-    XMem const twin = source.copy();
+    XMem target;
+    target._assign(source);
+    expectBlock(target, "abc", true);
+    EXPECT_EQ(target.getCounterMemBlock(), old);
+    XMem const twin = source.copy(); // the twin keeps the number, the source draws one
+    expectBlock(twin, "abc", true);
     EXPECT_EQ(twin.getCounterMemBlock(), old);
     EXPECT_NE(source.getCounterMemBlock(), old);
-    EXPECT_EQ(bytesOf(twin), QByteArray("abc"));
-    EXPECT_TRUE(twin.isOrvError(XError::ORV_ERROR_OUT_OF_RANGE));
 }
 
 TEST(XMem, ReAllocKeepsTheHeadZeroesTheRestAndFillsOnAnythingButMinusOne) {
     XMem block(QByteArray("0123456789"));
-    block.reAlloc(4);
-    EXPECT_EQ(bytesOf(block), QByteArray("0123"));
-    block.reAlloc(6);
-    EXPECT_EQ(bytesOf(block), QByteArray("0123\0\0", 6));
-    block.reAlloc(4, 7);
-    EXPECT_EQ(bytesOf(block), QByteArray("\x07\x07\x07\x07"));
-    block.reAlloc(2, -2); // only -1 means no fill here
-    EXPECT_EQ(bytesOf(block), QByteArray("\xfe\xfe"));
+    std::tuple<quint64, int, QByteArray> const steps[] = {
+        {4, -1, "0123"},
+        {6, -1, QByteArray("0123\0\0", 6)},
+        {4, 7, "\x07\x07\x07\x07"},
+        {2, -2, "\xfe\xfe"}, // only -1 means no fill here
+    };
+    for (auto const &[size, fill, bytes] : steps) {
+        block.reAlloc(size, fill);
+        EXPECT_EQ(bytesOf(block), bytes) << size << " " << fill;
+    }
 }
 
 TEST(XMem, SetStringStoresTheTerminatorAndPrintsTheLengthLine) {
@@ -168,23 +161,17 @@ TEST(XMem, SetStringStoresTheTerminatorAndPrintsTheLengthLine) {
     testing::internal::CaptureStdout();
     block.setString("abc");
     block.setString("");
-    EXPECT_EQ(consoleLines(testing::internal::GetCapturedStdout()),
-              QStringList{QStringLiteral("XMem::setString, len > 8GB, len:3")});
     EXPECT_EQ(block.length(), 1u);
     EXPECT_EQ(block.get_string(), QString());
     EXPECT_EQ(block.stringLen(), 0u);
-
-    testing::internal::CaptureStdout();
     block.setString(std::string("ab\0cd", 5)); // stops at the embedded 0
     EXPECT_EQ(consoleLines(testing::internal::GetCapturedStdout()),
-              QStringList{QStringLiteral("XMem::setString, len > 8GB, len:2")});
+              (QStringList{QStringLiteral("XMem::setString, len > 8GB, len:3"),
+                           QStringLiteral("XMem::setString, len > 8GB, len:2")}));
     EXPECT_EQ(bytesOf(block), QByteArray("ab\0", 3));
     EXPECT_EQ(block.toString(5, 5, false, true, false), QStringLiteral("[3] = HEX{61 62 00} "));
-}
 
-TEST(XMem, SetStringOfNullEmptiesTheBlockButKeepsCapacity) {
-    XMem block("abcdef");
-    block.setString(static_cast<char const *>(nullptr));
+    block.setString(static_cast<char const *>(nullptr)); // empties, keeps the capacity
     EXPECT_EQ(block.length(), 0u);
     EXPECT_NE(block.mem(), nullptr);
     EXPECT_TRUE(block.isEmpty());
@@ -227,7 +214,6 @@ TEST(XMem, StringRecordsAndArraysRoundTrip) {
     XMem array("junk that goes");
     array.set_string_array(texts);
     EXPECT_EQ(array.get_string_array(), texts);
-
     array.set_string_array({});
     EXPECT_EQ(bytesOf(array), QByteArray(8, '\0'));
     EXPECT_TRUE(array.get_string_array().empty());
@@ -237,16 +223,10 @@ TEST(XMem, DamagedStringArraysGiveWhatCanBeRead) {
     XMem array;
     array.set_string_array({QStringLiteral("one"), QStringLiteral("two")});
     QByteArray const good = bytesOf(array);
-    struct Row {
-        char const *name;
-        QByteArray bytes;
-        size_t expected;
-    };
-    QByteArray hugeLength = good;
+    QByteArray hugeLength = good, negativeLength = good;
     hugeLength[8 + 7] = '\x7f';
-    QByteArray negativeLength = good;
     negativeLength[8 + 7] = '\x80';
-    Row const rows[] = {
+    std::tuple<char const *, QByteArray, size_t> const rows[] = {
         {"empty", QByteArray(), 0},
         {"short of a count", QByteArray(7, '\x01'), 0},
         {"truncated record", good.left(good.size() - 1), 1},
@@ -255,10 +235,8 @@ TEST(XMem, DamagedStringArraysGiveWhatCanBeRead) {
         {"negative length", negativeLength, 0},
         {"count without records", QByteArray("\xff\xff\xff\xff\xff\xff\xff\x7f", 8), 0},
     };
-    for (Row const &row : rows) {
-        XMem block(row.bytes);
-        EXPECT_EQ(block.get_string_array().size(), row.expected) << row.name;
-    }
+    for (auto const &[name, bytes, expected] : rows)
+        EXPECT_EQ(XMem(bytes).get_string_array().size(), expected) << name;
 }
 
 TEST(XMem, CharAccessSetsTheErrorWord) {
@@ -266,6 +244,7 @@ TEST(XMem, CharAccessSetsTheErrorWord) {
     char c = 'x';
     EXPECT_FALSE(block.charAtPos(c, 0));
     EXPECT_TRUE(block.isOrvError(XError::ORV_ERROR_NOT_INITIALIZED));
+    block.clearError();
     EXPECT_FALSE(block.setCharAtPos('a', 0));
     EXPECT_TRUE(block.isOrvError(XError::ORV_ERROR_NOT_INITIALIZED));
     block.clear();
@@ -275,8 +254,7 @@ TEST(XMem, CharAccessSetsTheErrorWord) {
     EXPECT_TRUE(block.charAtPos(c, 1));
     EXPECT_EQ(c, 'b');
     EXPECT_TRUE(block.setCharAtPos('z', 0));
-    EXPECT_EQ(bytesOf(block), QByteArray("zb"));
-    EXPECT_TRUE(block.isOK());
+    expectBlock(block, "zb", false);
     EXPECT_FALSE(block.setCharAtPos('z', 2));
     EXPECT_TRUE(block.isOrvError(XError::ORV_ERROR_OUT_OF_RANGE));
     EXPECT_FALSE(static_cast<bool>(block)); // bytes, but in error
@@ -290,59 +268,46 @@ TEST(XMem, CreateByteArrayCopiesDeeply) {
     EXPECT_TRUE(XMem().createByteArray().isEmpty());
 }
 
-class XMemFiles : public testing::Test {
-protected:
-    QString path(char const *name) const { return dir.filePath(QLatin1String(name)); }
-    void write(QString const &file, QByteArray const &bytes) {
-        QFile out(file);
-        ASSERT_TRUE(out.open(QIODevice::WriteOnly));
-        out.write(bytes);
-    }
-
+TEST(XMemFiles, LoadFromFileReadsThePartOrTheWhole) {
     QTemporaryDir dir;
-};
-
-TEST_F(XMemFiles, LoadFromFileReadsThePartOrTheWhole) {
-    write(path("a.bin"), "0123456789");
+    QString const path = writeFile(dir, "a.bin", "0123456789");
     XMem block;
-    EXPECT_TRUE(block.loadFromFile(path("a.bin"), 4));
+    EXPECT_TRUE(block.loadFromFile(path, 4));
     EXPECT_EQ(bytesOf(block), QByteArray("0123"));
-    EXPECT_TRUE(block.loadFromFile(path("a.bin"), 99)); // shortened to the file
+    EXPECT_TRUE(block.loadFromFile(path, 99)); // shortened to the file
     EXPECT_EQ(bytesOf(block), QByteArray("0123456789"));
-    EXPECT_TRUE(block.loadFromFileAsString(path("a.bin")));
-    EXPECT_EQ(bytesOf(block), QByteArray("0123456789\0", 11));
-    EXPECT_TRUE(block.isOK());
+    EXPECT_TRUE(block.loadFromFileAsString(path));
+    expectBlock(block, QByteArray("0123456789\0", 11), false);
 }
 
-TEST_F(XMemFiles, LoadFailuresAndTheirErrorWords) {
-    write(path("empty.bin"), QByteArray());
+TEST(XMemFiles, LoadFailuresAndTheirErrorWords) {
+    QTemporaryDir dir;
+    QString const empty = writeFile(dir, "empty.bin", QByteArray());
+    QString const missing = dir.filePath("missing");
     XMem block;
-    EXPECT_FALSE(block.loadFromFile(path("empty.bin"), 0));
+    EXPECT_FALSE(block.loadFromFile(empty, 0));
     EXPECT_TRUE(block.isOK()); // an empty file is no error
-    EXPECT_FALSE(block.loadFromFile(path("missing"), 0));
+    EXPECT_FALSE(block.loadFromFile(missing, 0));
     EXPECT_TRUE(block.isOrvError(XError::ORV_ERROR_CANNOT_READ_RESOURCE));
-
     block.clear();
-    EXPECT_FALSE(block.loadFromFileAsString(path("missing")));
+    EXPECT_FALSE(block.loadFromFileAsString(missing));
     EXPECT_TRUE(block.isOrvError(XError::ORV_ERROR_CANNOT_READ_RESOURCE));
-
     block.clear();
-    EXPECT_FALSE(block.loadMem(path("missing")));
+    EXPECT_FALSE(block.loadMem(missing));
     EXPECT_EQ(block.getErrno(), static_cast<unsigned int>(ENOENT));
     block.clear();
-    EXPECT_FALSE(block.loadMem(path("empty.bin")));
+    EXPECT_FALSE(block.loadMem(empty));
     EXPECT_TRUE(block.isOrvError(XError::ORV_ERROR_CANNOT_READ_RESOURCE));
     block.clear();
     EXPECT_FALSE(block.loadMem(dir.path()));
     EXPECT_TRUE(block.isError());
 }
 
-TEST_F(XMemFiles, LoadMemReadsFilesAndQtResources) {
-    write(path("a.bin"), "abc");
+TEST(XMemFiles, LoadMemReadsFilesAndQtResources) {
+    QTemporaryDir dir;
     XMem block;
-    EXPECT_TRUE(block.loadMem(path("a.bin")));
+    EXPECT_TRUE(block.loadMem(writeFile(dir, "a.bin", "abc")));
     EXPECT_EQ(bytesOf(block), QByteArray("abc"));
-
     ASSERT_TRUE(QResource::registerResource(QStringLiteral(ORV_TEST_DATA_DIR "/xmem.rcc")));
     EXPECT_TRUE(block.loadMem(QStringLiteral(":/xmem/hello.txt")));
     EXPECT_EQ(bytesOf(block), QByteArray("hello resource\n"));
@@ -351,41 +316,38 @@ TEST_F(XMemFiles, LoadMemReadsFilesAndQtResources) {
     QResource::unregisterResource(QStringLiteral(ORV_TEST_DATA_DIR "/xmem.rcc"));
 }
 
-TEST_F(XMemFiles, SaveWritesTheBlockOrSaysWhyNot) {
+TEST(XMemFiles, SaveWritesTheBlockOrSaysWhyNot) {
+    QTemporaryDir dir;
+    QString const m = dir.filePath("m.bin"), s = dir.filePath("s.bin");
     XMem block(QByteArray("abcdef"));
-    EXPECT_TRUE(block.saveMem(path("m.bin")));
-    EXPECT_EQ(readFile(path("m.bin")), QByteArray("abcdef"));
-    EXPECT_TRUE(block.saveToFile(path("s.bin"), 3));
-    EXPECT_EQ(readFile(path("s.bin")), QByteArray("abc"));
-    EXPECT_TRUE(block.saveToFile(path("s.bin"), 0));
-    EXPECT_EQ(readFile(path("s.bin")), QByteArray("abcdef"));
-
-    EXPECT_FALSE(block.saveToFile(path("s.bin"), 7));
+    EXPECT_TRUE(block.saveMem(m));
+    EXPECT_EQ(readFile(m), QByteArray("abcdef"));
+    EXPECT_TRUE(block.saveToFile(s, 3));
+    EXPECT_EQ(readFile(s), QByteArray("abc"));
+    EXPECT_TRUE(block.saveToFile(s, 0));
+    EXPECT_EQ(readFile(s), QByteArray("abcdef"));
+    EXPECT_FALSE(block.saveToFile(s, 7));
     EXPECT_TRUE(block.isOrvError(XError::ORV_ERROR_OUT_OF_RANGE));
-    EXPECT_EQ(readFile(path("s.bin")), QByteArray()); // opened, so emptied
+    EXPECT_EQ(readFile(s), QByteArray()); // opened, so emptied
 
     block.clearError();
-    EXPECT_FALSE(block.saveMem(path("no/dir/m.bin")));
+    EXPECT_FALSE(block.saveMem(dir.filePath("no/dir/m.bin")));
     EXPECT_TRUE(block.isOrvError(XError::ORV_ERROR_CANNOT_READ_RESOURCE));
     block.clearError();
-    EXPECT_FALSE(block.saveToFile(path("no/dir/s.bin"), 0));
+    EXPECT_FALSE(block.saveToFile(dir.filePath("no/dir/s.bin"), 0));
     EXPECT_EQ(block.getErrno(), static_cast<unsigned int>(ENOENT));
 
     XMem empty;
-    EXPECT_FALSE(empty.saveMem(path("e.bin")));
+    EXPECT_FALSE(empty.saveMem(dir.filePath("e.bin")));
     EXPECT_TRUE(empty.isOrvError(XError::ORV_ERROR_NOT_INITIALIZED));
     empty.clear();
-    EXPECT_FALSE(empty.saveToFile(path("e.bin"), 0));
+    EXPECT_FALSE(empty.saveToFile(dir.filePath("e.bin"), 0));
     EXPECT_TRUE(empty.isOrvError(XError::ORV_ERROR_NOT_INITIALIZED));
-    EXPECT_FALSE(QFile::exists(path("e.bin")));
+    EXPECT_FALSE(QFile::exists(dir.filePath("e.bin")));
 }
 
-class XMemDeathTest : public testing::Test {
-protected:
-    void SetUp() override { GTEST_FLAG_SET(death_test_style, "threadsafe"); }
-};
-
-TEST_F(XMemDeathTest, RawDataFromNullIsFatal) {
+TEST(XMemDeathTest, RawDataFromNullIsFatal) {
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
     XMem block;
     // The fatal report goes to the console; the death test reads stderr.
     EXPECT_EXIT(

@@ -28,7 +28,6 @@ TEST(XMemoryWrapper, ReadsTheRestThenRefusesAtTheEnd) {
     EXPECT_TRUE(log.waitForText("XMemoryWrapper::readData, EOF"));
 
     ASSERT_TRUE(device.seek(1));
-    EXPECT_EQ(device.pos(), 1);
     EXPECT_EQ(device.bytesAvailable(), 3);
     EXPECT_EQ(device.readString(), QStringLiteral("bcd"));
     ASSERT_TRUE(device.reset());
