@@ -13,8 +13,7 @@ namespace orv {
 namespace {
 
 // Runs action on another thread after a short delay, so that the caller is already waiting.
-class Later {
-public:
+struct Later {
     template <typename Action>
     explicit Later(Action action)
         : worker([action] {
@@ -22,24 +21,19 @@ public:
               action();
           }) {}
     ~Later() { worker.join(); }
-
-private:
     std::thread worker;
 };
 
-TEST(AtomicBitsWatcher, WaitForBitTimesOutWhenNobodySetsIt) {
-    AtomicBitsWatcher watcher(1);
-    EXPECT_FALSE(watcher.wait_until_bit_is_set(2, 50));
-    EXPECT_FALSE(watcher.wait_stateChange(50));
-}
-
-TEST(AtomicBitsWatcher, WaitForBitReturnsAtOnceWhenAlreadySet) {
+TEST(AtomicBitsWatcher, WaitTimesOutWhenNobodySetsTheBitAndReturnsAtOnceWhenSet) {
     AtomicBitsWatcher watcher(6);
+    EXPECT_FALSE(watcher.wait_until_bit_is_set(1, 50));
+    EXPECT_FALSE(watcher.wait_stateChange(50));
     QElapsedTimer timer;
     timer.start();
     EXPECT_TRUE(watcher.wait_until_bit_is_set(2, 60000));
     watcher.wait_until_bit_is_set(4);
     EXPECT_LT(timer.elapsed(), 30000);
+    EXPECT_EQ(watcher.toString(), AtomicBits(6).toString());
 }
 
 TEST(AtomicBitsWatcher, SetterOnAnotherThreadWakesTheWaiter) {
@@ -73,10 +67,8 @@ TEST(AtomicBitsWatcher, UnchangedWordDoesNotEndAStateChangeWait) {
         Later same([&] { watcher.set_flags(3); });
         EXPECT_FALSE(watcher.wait_stateChange(300));
     }
-    {
-        Later other([&] { watcher.set_flags(1); });
-        EXPECT_TRUE(watcher.wait_stateChange(10000));
-    }
+    Later other([&] { watcher.set_flags(1); });
+    EXPECT_TRUE(watcher.wait_stateChange(10000));
 }
 
 TEST(AtomicBitsWatcher, StopWakesTheBitWaitButNotTheStateChangeWait) {
@@ -96,11 +88,6 @@ TEST(AtomicBitsWatcher, StopWakesTheBitWaitButNotTheStateChangeWait) {
     EXPECT_TRUE(watcher.is_running());
     EXPECT_EQ(watcher.get_flags(), 0u);
     EXPECT_FALSE(watcher.wait_until_bit_is_set(1, 50));
-}
-
-TEST(AtomicBitsWatcher, TextIsThatOfTheWord) {
-    AtomicBitsWatcher watcher(0x10001);
-    EXPECT_EQ(watcher.toString(), AtomicBits(0x10001).toString());
 }
 
 } // namespace

@@ -14,13 +14,14 @@ namespace orv {
 namespace {
 
 using Flags = BitFlags<unsigned int>;
+using Changes = std::vector<std::pair<unsigned int, unsigned int>>;
 
+// What the change list, the GUI list and the info callback of one word were told.
 struct Recorder {
-    std::vector<std::pair<unsigned int, unsigned int>> changes;
-    std::vector<std::pair<unsigned int, unsigned int>> infos;
+    Changes changes, infos;
     std::vector<unsigned int> gui;
 
-    void attach(AtomicBits &bits) {
+    explicit Recorder(AtomicBits &bits) {
         bits.listenerChange().addListener([this](Flags const &oldFlags, Flags const &newFlags) {
             changes.emplace_back(oldFlags.flags(), newFlags.flags());
         });
@@ -29,128 +30,90 @@ struct Recorder {
     }
 };
 
-TEST(AtomicBits, EqualityOperatorsMeanAnyBitOfTheMask) {
+TEST(AtomicBits, EqualityMeansAnyBitOfTheMaskAndBoolIsAlwaysFalse) {
     struct Row {
         unsigned int word, mask;
         bool equal;
-    } const rows[] = {{6, 2, true}, {6, 1, false}, {6, 0, false}, {6, 5, true}, {0, 0, false}};
+    } const rows[] = {{6, 2, true}, {6, 1, false}, {6, 0, false},
+                      {6, 5, true}, {0, 0, false}, {0xffffffffu, 1, true}};
     for (Row const &row : rows) {
+        SCOPED_TRACE(testing::Message() << row.word << " vs " << row.mask);
         AtomicBits bits(row.word);
-        EXPECT_EQ(bits == row.mask, row.equal) << row.word << " == " << row.mask;
-        EXPECT_EQ(bits != row.mask, !row.equal) << row.word << " != " << row.mask;
+        EXPECT_EQ(bits == row.mask, row.equal);
+        EXPECT_EQ(bits != row.mask, !row.equal);
         EXPECT_EQ(bits.isFlag(row.mask), row.equal);
-    }
-}
-
-TEST(AtomicBits, BoolConversionIsFalseWhateverTheWord) {
-    for (unsigned int word : {0u, 1u, 0xffffffffu}) {
-        AtomicBits bits(word);
         EXPECT_FALSE(static_cast<bool>(bits));
-        EXPECT_EQ(bits.isZeroFlags(), word == 0);
-        EXPECT_EQ(static_cast<unsigned int>(bits), word);
+        EXPECT_EQ(bits.isZeroFlags(), row.word == 0);
+        EXPECT_EQ(static_cast<unsigned int>(bits), row.word);
     }
+    AtomicBits const halves(0x00020003);
+    EXPECT_EQ(halves.lowPart(), 3u);
+    EXPECT_EQ(halves.highPart(), 2u);
+    EXPECT_EQ(halves.toString(), "00000000 00000010 00000000 00000011, (low:3,high:2)");
 }
 
-TEST(AtomicBits, PartSettersAndBitNumbers) {
-    AtomicBits low(0x00050003);
-    low.setLowPart(7);
-    EXPECT_EQ(low.flags(), 0x00000007u);
-
-    AtomicBits high(0x00010003);
-    high.setHighPart(2); // adds: the high half was not empty
-    EXPECT_EQ(high.flags(), 0x00030003u);
-    EXPECT_EQ(high.highPart(), 3u);
-    EXPECT_EQ(high.lowPart(), 3u);
-
-    AtomicBits numbered;
-    EXPECT_EQ(numbered.setBitNumber(33, true, false), 2u);
-    EXPECT_EQ(numbered.setBitNumber(1, false, false), 0u);
-}
-
-TEST(AtomicBits, TextShowsBitsAndBothHalves) {
-    EXPECT_EQ(AtomicBits(0x00020003).toString(),
-              "00000000 00000010 00000000 00000011, (low:3,high:2)");
-}
-
-TEST(AtomicBits, SetFlagTellsChangeListGuiListAndCallbackOnlyWithEmitOn) {
-    AtomicBits bits(1);
-    Recorder rec;
-    rec.attach(bits);
-    bits += 2;
-    EXPECT_TRUE(rec.changes.empty());
-    EXPECT_TRUE(rec.infos.empty());
-
-    bits.setEmitChanges(true);
-    bits += 4;
-    bits -= 1;
-    EXPECT_EQ(bits.toggleFlag(8), true);
-    using P = std::pair<unsigned int, unsigned int>;
-    std::vector<P> const expected{{3, 7}, {7, 6}, {6, 14}};
-    EXPECT_EQ(rec.changes, expected);
-    EXPECT_EQ(rec.infos, expected);
-    // On the GUI thread the GUI list runs synchronously.
-    EXPECT_EQ(rec.gui, (std::vector<unsigned int>{7, 6, 14}));
-}
-
-TEST(AtomicBits, DisabledChangeListStillReachesGuiListAndCallback) {
-    AtomicBits bits;
-    Recorder rec;
-    rec.attach(bits);
-    bits.setEmitChanges(true);
-    bits.listenerChange().enable(false);
-    bits.setFlag(1, true);
-    EXPECT_TRUE(rec.changes.empty());
-    EXPECT_EQ(rec.gui, std::vector<unsigned int>{1});
-    EXPECT_EQ(rec.infos.size(), 1u);
-}
-
-TEST(AtomicBits, OlderLayerChoosesItsListsWhateverTheEmitFlag) {
-    AtomicBits bits(1);
-    Recorder rec;
-    rec.attach(bits);
-    bits.setEmitChanges(true);
-
-    bits.set_flag(1, true, true, true); // unchanged: change list yes, GUI list no
-    EXPECT_EQ(rec.changes.size(), 1u);
-    EXPECT_TRUE(rec.gui.empty());
-    bits.set_flag(1, true, false, false); // GUI list in any case
-    EXPECT_EQ(rec.changes.size(), 1u);
-    EXPECT_EQ(rec.gui.size(), 1u);
-    EXPECT_TRUE(rec.infos.empty()); // set_flag never calls the callback
-
-    bits.reset_flags(true);
-    EXPECT_EQ(rec.changes.back(), std::make_pair(1u, 0u));
-    EXPECT_TRUE(rec.infos.empty());
-    bits.set_flags(0x30, true);
-    EXPECT_EQ(rec.infos.back(), std::make_pair(0u, 0x30u));
-}
-
-TEST(AtomicBits, PartSettersTellTheCallbackOnly) {
-    AtomicBits bits(0x00010003);
-    Recorder rec;
-    rec.attach(bits);
-    bits.setHighPart(2);
-    EXPECT_TRUE(rec.infos.empty()); // emit flag off
-    bits.setEmitChanges(true);
-    bits.setLowPart(9);
-    EXPECT_EQ(rec.infos, (std::vector<std::pair<unsigned int, unsigned int>>{{0x30003, 9}}));
-    EXPECT_TRUE(rec.changes.empty());
-    EXPECT_TRUE(rec.gui.empty());
+TEST(AtomicBits, EachSetterGivesItsWordAndTellsItsOwnListsAndTheCallback) {
+    struct Row {
+        char const *name;
+        unsigned int word, after;
+        bool emitOn;
+        void (*op)(AtomicBits &);
+        Changes changes, infos;
+        std::vector<unsigned int> gui; // on the GUI thread the GUI list runs synchronously
+    } const rows[] = {
+        // clang-format off
+        {"+= emit off", 1, 3, false, [](AtomicBits &b) { b += 2; }, {}, {}, {}},
+        {"+=", 3, 7, true, [](AtomicBits &b) { b += 4; }, {{3, 7}}, {{3, 7}}, {7}},
+        {"-=", 7, 6, true, [](AtomicBits &b) { b -= 1; }, {{7, 6}}, {{7, 6}}, {6}},
+        {"toggle", 6, 14, true, [](AtomicBits &b) { EXPECT_TRUE(b.toggleFlag(8)); },
+         {{6, 14}}, {{6, 14}}, {14}},
+        {"disabled change list", 0, 1, true,
+         [](AtomicBits &b) { b.listenerChange().enable(false); b.setFlag(1, true); },
+         {}, {{0, 1}}, {1}},
+        // The older layer chooses its lists whatever the emit flag says.
+        {"set_flag unchanged", 1, 1, true, [](AtomicBits &b) { b.set_flag(1, true, true, true); },
+         {{1, 1}}, {}, {}},
+        {"set_flag any case", 1, 1, true, [](AtomicBits &b) { b.set_flag(1, true, false, false); },
+         {}, {}, {1}},
+        {"reset_flags", 1, 0, false, [](AtomicBits &b) { b.reset_flags(true); }, {{1, 0}}, {}, {0}},
+        {"set_flags", 0, 0x30, false, [](AtomicBits &b) { b.set_flags(0x30, true); },
+         {{0, 0x30}}, {{0, 0x30}}, {0x30}},
+        {"bit 33 is bit 1", 0, 2, false,
+         [](AtomicBits &b) { EXPECT_EQ(b.setBitNumber(33, true, false), 2u); },
+         {}, {}, {}},
+        {"bit number off", 2, 0, false,
+         [](AtomicBits &b) { EXPECT_EQ(b.setBitNumber(1, false, false), 0u); },
+         {}, {}, {}},
+        // The part setters tell the callback only; the high one adds to a half that isn't empty.
+        {"setHighPart emit off", 0x10003, 0x30003, false, [](AtomicBits &b) { b.setHighPart(2); },
+         {}, {}, {}},
+        {"setLowPart", 0x50003, 7, true, [](AtomicBits &b) { b.setLowPart(7); },
+         {}, {{0x50003, 7}}, {}},
+        // clang-format on
+    };
+    for (Row const &row : rows) {
+        SCOPED_TRACE(row.name);
+        AtomicBits bits(row.word);
+        Recorder rec(bits);
+        bits.setEmitChanges(row.emitOn);
+        row.op(bits);
+        EXPECT_EQ(bits.flags(), row.after);
+        EXPECT_EQ(rec.changes, row.changes);
+        EXPECT_EQ(rec.infos, row.infos);
+        EXPECT_EQ(rec.gui, row.gui);
+    }
 }
 
 TEST(AtomicBits, CopyHasNoListenersMoveCarriesThem) {
     AtomicBits bits(5);
     bits.setEmitChanges(true);
-    Recorder rec;
-    rec.attach(bits);
-
+    Recorder rec(bits);
     AtomicBits copy(bits);
     EXPECT_EQ(copy.flags(), 5u);
     EXPECT_TRUE(copy.isEmitChanges());
     EXPECT_EQ(copy.listenerChange().size(), 0u);
     EXPECT_EQ(copy.listenerGui().size(), 0u);
-    copy += 8;
-    EXPECT_TRUE(rec.changes.empty());
+    EXPECT_FALSE(copy.infoCallBack());
 
     AtomicBits moved(std::move(bits));
     EXPECT_EQ(bits.flags(), 0u);
@@ -159,7 +122,6 @@ TEST(AtomicBits, CopyHasNoListenersMoveCarriesThem) {
     moved += 2;
     EXPECT_EQ(rec.changes.size(), 1u);
     EXPECT_EQ(rec.gui, std::vector<unsigned int>{7});
-
     AtomicBits assigned;
     assigned = std::move(moved);
     assigned -= 1;
@@ -178,9 +140,7 @@ TEST(AtomicBits, ChangeFromWorkerRunsChangeListThereAndGuiListOnMainThread) {
         guiWord = b.flags();
         guiThread = getCurrentThreadID();
     });
-
-    std::thread worker([&bits] { bits += 0x40; });
-    worker.join();
+    std::thread([&bits] { bits += 0x40; }).join();
     EXPECT_NE(changeThread.load(), mainId);
     EXPECT_EQ(guiThread.load(), 0u); // posted, not yet delivered
     ASSERT_TRUE(test::pumpEventsUntil([&] { return guiThread != 0; }));
@@ -191,8 +151,7 @@ TEST(AtomicBits, ChangeFromWorkerRunsChangeListThereAndGuiListOnMainThread) {
 TEST(AtomicBits, TransactionIsSilentAndReportsTheNetChangeOnce) {
     AtomicBits bits(1);
     bits.setEmitChanges(true);
-    Recorder rec;
-    rec.attach(bits);
+    Recorder rec(bits);
     if (TransactionAtomicBits t{bits}) {
         bits += 2;
         bits += 4;
@@ -201,8 +160,7 @@ TEST(AtomicBits, TransactionIsSilentAndReportsTheNetChangeOnce) {
     EXPECT_TRUE(bits.isEmitChanges());
     EXPECT_TRUE(rec.changes.empty());
     EXPECT_TRUE(rec.gui.empty());
-    EXPECT_EQ(rec.infos, (std::vector<std::pair<unsigned int, unsigned int>>{{1, 7}}));
-
+    EXPECT_EQ(rec.infos, (Changes{{1, 7}}));
     { TransactionAtomicBits unchanged{bits}; }
     EXPECT_EQ(rec.infos.size(), 1u);
 }

@@ -14,10 +14,8 @@ TEST(XAtomic, CopiesTakeTheValueAndStayIndependent) {
     a = 6;
     EXPECT_EQ(b.load(), 5);
     b = a;
-    EXPECT_EQ(b.load(), 6);
     a.store(7);
     EXPECT_EQ(b.load(), 6);
-
     std::vector<XAtomic<unsigned int>> many(3, XAtomic<unsigned int>(9u));
     many.push_back(many[0]);
     EXPECT_EQ(many.back().load(), 9u);
@@ -28,18 +26,14 @@ TEST(XAtomic, DefaultsToZeroAndConvertsToItsType) {
     EXPECT_FALSE(flag);
     flag = true;
     EXPECT_TRUE(flag);
-    if (!flag)
-        ADD_FAILURE() << "bool conversion";
-
     XAtomic<unsigned long long> big;
     EXPECT_EQ(big.load(), 0u);
     big = 0xFFFFFFFFFFFFFFFFULL;
     unsigned long long const plain = big;
     EXPECT_EQ(plain, 0xFFFFFFFFFFFFFFFFULL);
-    EXPECT_EQ(big + 0ULL, 0xFFFFFFFFFFFFFFFFULL);
 }
 
-TEST(XAtomic, ExchangeAndCompareExchangeReportWhatWasThere) {
+TEST(XAtomic, ReadModifyWriteReportsWhatWasThereAndWrapsUnsigned) {
     XAtomic<int> a(1);
     EXPECT_EQ(a.exchange(2), 1);
     int expected = 5;
@@ -47,9 +41,6 @@ TEST(XAtomic, ExchangeAndCompareExchangeReportWhatWasThere) {
     EXPECT_EQ(expected, 2); // updated to the current value
     EXPECT_TRUE(a.compareExchange(expected, 9));
     EXPECT_EQ(a.load(), 9);
-}
-
-TEST(XAtomic, FetchAddAndSubReturnTheOldValueAndWrapUnsigned) {
     XAtomic<unsigned int> u(0u);
     EXPECT_EQ(u.fetchSub(1), 0u);
     EXPECT_EQ(u.load(), 0xFFFFFFFFu);

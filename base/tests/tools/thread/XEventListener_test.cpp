@@ -15,9 +15,8 @@ using orv::XEventListener;
 
 TEST(XEventListener, KeysStartAtOneAndAreNeverReused) {
     XEventListener<void(int)> event;
-    EXPECT_EQ(event.addListener([](int) {}), 1u);
-    EXPECT_EQ(event.addListener([](int) {}), 2u);
-    EXPECT_EQ(event.addListener([](int) {}), 3u);
+    for (unsigned int key = 1; key <= 3; ++key)
+        EXPECT_EQ(event.addListener([](int) {}), key);
     EXPECT_TRUE(event.removeListener(3));
     EXPECT_EQ(event.addListener([](int) {}), 4u);
     event.clear();
@@ -25,46 +24,29 @@ TEST(XEventListener, KeysStartAtOneAndAreNeverReused) {
     EXPECT_EQ(event.addListener([](int) {}), 5u);
 }
 
-TEST(XEventListener, FiresInKeyOrderWithTheArguments) {
+TEST(XEventListener, FiresEnabledListenersInKeyOrderWithTheArguments) {
     XEventListener<void(QString)> event;
     QString trace;
-    for (char const *name : {"a", "b", "c"})
+    for (char const *name : {"a", "b", "c", "d"})
         event.addListener([&trace, name](QString s) { trace += name + s; });
-    event.fireEvent(QString("1"));
-    EXPECT_EQ(trace, "a1b1c1");
-}
-
-TEST(XEventListener, RemovedListenersDoNotFire) {
-    XEventListener<void(int)> event;
-    int sum = 0;
-    event.addListener([&](int v) { sum += v; });
-    unsigned int const key = event.addListener([&](int v) { sum += 100 * v; });
-    EXPECT_TRUE(event.removeListener(key));
-    EXPECT_FALSE(event.removeListener(key));
+    EXPECT_TRUE(event.removeListener(2));
+    EXPECT_FALSE(event.removeListener(2));
     EXPECT_FALSE(event.removeListener(999));
-    event.fireEvent(2);
-    EXPECT_EQ(sum, 2);
-    EXPECT_EQ(event.size(), 1u);
-}
-
-TEST(XEventListener, DisabledListDoesNotFire) {
-    XEventListener<void()> event;
-    int calls = 0;
-    event.addListener([&] { ++calls; });
+    EXPECT_EQ(event.size(), 3u);
+    event.fireEvent(QString("1"));
+    EXPECT_EQ(trace, "a1c1d1");
     EXPECT_TRUE(event.isEnabled());
     event.enable(false);
-    event.fireEvent();
-    EXPECT_EQ(calls, 0);
+    event.fireEvent(QString("2"));
     event.enable(true);
-    event.fireEvent();
-    EXPECT_EQ(calls, 1);
+    event.fireEvent(QString("3"));
+    EXPECT_EQ(trace, "a1c1d1a3c3d3");
 }
 
 TEST(XEventListener, ListenerMayRemoveItselfOrALaterOneWhileFiring) {
     XEventListener<void()> event;
     QString trace;
-    unsigned int selfKey = 0;
-    unsigned int lastKey = 0;
+    unsigned int selfKey = 0, lastKey = 0;
     event.addListener([&] { trace += 'a'; });
     selfKey = event.addListener([&] {
         trace += 'b';
@@ -81,8 +63,7 @@ TEST(XEventListener, ListenerMayRemoveItselfOrALaterOneWhileFiring) {
 
 TEST(XEventListener, ListenerMayAddAnotherWhileFiring) {
     XEventListener<void()> event;
-    int adderCalls = 0;
-    int addedCalls = 0;
+    int adderCalls = 0, addedCalls = 0;
     event.addListener([&] {
         if (++adderCalls == 1)
             event.addListener([&] { ++addedCalls; });
@@ -95,8 +76,8 @@ TEST(XEventListener, ListenerMayAddAnotherWhileFiring) {
 }
 
 TEST(XEventListener, TakingListenersMovesThemWithTheirKeys) {
-    XEventListener<void(int)> from;
-    XEventListener<void(int)> to;
+    XEventListener<std::function<void(int)>> from; // a std::function serves as the signature
+    XEventListener<std::function<void(int)>> to;
     int sum = 0;
     from.addListener([&](int v) { sum += v; });
     from.addListener([&](int v) { sum += 10 * v; });
@@ -110,14 +91,6 @@ TEST(XEventListener, TakingListenersMovesThemWithTheirKeys) {
     EXPECT_EQ(to.addListener([](int) {}), 3u);
 }
 
-TEST(XEventListener, AcceptsAStdFunctionAsTheSignature) {
-    XEventListener<std::function<void(int)>> event;
-    int got = 0;
-    event.addListener([&](int v) { got = v; });
-    event.fireEvent(7);
-    EXPECT_EQ(got, 7);
-}
-
 TEST(XEventListener, WorkersFireWhileOtherWorkersAddAndRemove) {
     XEventListener<void(int)> event;
     std::atomic<int> permanentCalls{0};
@@ -129,10 +102,8 @@ TEST(XEventListener, WorkersFireWhileOtherWorkersAddAndRemove) {
                 event.fireEvent(1);
         });
     threads.emplace_back([&] {
-        for (int i = 0; i < 500; ++i) {
-            unsigned int key = event.addListener([](int) {});
-            event.removeListener(key);
-        }
+        for (int i = 0; i < 500; ++i)
+            event.removeListener(event.addListener([](int) {}));
         event.addListener([](int) {});
     });
     for (std::thread &thread : threads)

@@ -13,10 +13,14 @@
 
 using orv::XMutexLocker;
 
-TEST(XMutexLocker, MainThreadPassesAMutexHeldByAWorker) {
+TEST(XMutexLocker, MainThreadNeitherTakesTheMutexNorWaitsForAWorkerHoldingIt) {
     QMutex mutex;
-    std::promise<void> locked;
-    std::promise<void> release;
+    {
+        XMutexLocker lock(&mutex);
+        ASSERT_TRUE(mutex.tryLock());
+        mutex.unlock();
+    }
+    std::promise<void> locked, release;
     std::atomic<bool> released{false};
     std::thread holder([&] {
         mutex.lock();
@@ -35,27 +39,27 @@ TEST(XMutexLocker, MainThreadPassesAMutexHeldByAWorker) {
     holder.join();
 }
 
-TEST(XMutexLocker, MainThreadLeavesTheMutexFree) {
+TEST(XMutexLocker, WorkerHoldsTheMutexUntilTheLockerEndsAndPassesANullOne) {
     QMutex mutex;
-    XMutexLocker lock(&mutex);
-    ASSERT_TRUE(mutex.tryLock());
-    mutex.unlock();
-}
-
-TEST(XMutexLocker, NullMutexOnAWorkerIsANoOp) {
-    bool done = false;
+    bool heldInside = false, freeAfter = false;
     std::thread worker([&] {
-        XMutexLocker lock(nullptr);
-        done = true;
+        { XMutexLocker none(nullptr); }
+        {
+            XMutexLocker lock(&mutex);
+            std::thread([&] { heldInside = !mutex.tryLock(); }).join();
+        }
+        freeAfter = mutex.tryLock();
+        if (freeAfter)
+            mutex.unlock();
     });
     worker.join();
-    EXPECT_TRUE(done);
+    EXPECT_TRUE(heldInside);
+    EXPECT_TRUE(freeAfter);
 }
 
 TEST(XMutexLocker, WorkersExcludeEachOther) {
     QMutex mutex;
-    std::atomic<int> inside{0};
-    std::atomic<int> mostInside{0};
+    std::atomic<int> inside{0}, mostInside{0};
     int counter = 0; // guarded only by the locker
     std::vector<std::thread> workers;
     for (int t = 0; t < 4; ++t)
@@ -75,23 +79,4 @@ TEST(XMutexLocker, WorkersExcludeEachOther) {
         worker.join();
     EXPECT_EQ(mostInside.load(), 1);
     EXPECT_EQ(counter, 800);
-}
-
-TEST(XMutexLocker, WorkerHoldsTheMutexUntilTheLockerEnds) {
-    QMutex mutex;
-    bool heldInside = false;
-    bool freeAfter = false;
-    std::thread worker([&] {
-        {
-            XMutexLocker lock(&mutex);
-            std::thread probe([&] { heldInside = !mutex.tryLock(); });
-            probe.join();
-        }
-        freeAfter = mutex.tryLock();
-        if (freeAfter)
-            mutex.unlock();
-    });
-    worker.join();
-    EXPECT_TRUE(heldInside);
-    EXPECT_TRUE(freeAfter);
 }
