@@ -20,13 +20,20 @@ constexpr quint64 noonMicros = 1668945600ULL * 1000000ULL;
 
 } // namespace
 
-TEST(OrvTime, ConstructorsFixTheTicks) {
+TEST(OrvTime, TicksAreKeptInMicrosecondsAndCopiesOwnTheirValue) {
     EXPECT_EQ(OrvTime(false).getMilliseconds(), 0u);
     OrvTime t(1500000ULL);
     EXPECT_EQ(t.getMicroseconds(), 1500000u);
     EXPECT_EQ(t.getMilliseconds(), 1500u);
     EXPECT_EQ(t.getNanoseconds(), 1500000000u);
     EXPECT_EQ(t.getRelativeMilliseconds(), 500);
+    OrvTime copy(t);
+    copy.fromMircoSeconds(7);
+    OrvTime assigned(false);
+    assigned = t;
+    t.fromMircoSeconds(9);
+    EXPECT_EQ(copy.getMicroseconds(), 7u);
+    EXPECT_EQ(assigned.getMicroseconds(), 1500000u);
 }
 
 TEST(OrvTime, NowLiesBetweenTwoReadingsOfTheClock) {
@@ -38,26 +45,14 @@ TEST(OrvTime, NowLiesBetweenTwoReadingsOfTheClock) {
     EXPECT_GT(before, noonMicros); // no clock of this century reads 0
 }
 
-TEST(OrvTime, CopyOwnsItsValue) {
-    OrvTime original(noonMicros);
-    OrvTime copy(original);
-    copy.fromMircoSeconds(7);
-    EXPECT_EQ(original.getMicroseconds(), noonMicros);
-    OrvTime assigned(false);
-    assigned = original;
-    original.fromMircoSeconds(9);
-    EXPECT_EQ(assigned.getMicroseconds(), noonMicros);
-}
-
-TEST(OrvTime, TheTimeStringAppendsTheChosenFraction) {
+TEST(OrvTime, TimeStringsAppendTheChosenFraction) {
     ScopedTimeZone zone("UTC0");
     struct Row {
         quint64 micros;
         char const *format;
-        int second;
+        int second; // 3 is out of range: no fraction
         char const *expected;
-    };
-    std::vector<Row> const rows = {
+    } const rows[] = {
         {noonMicros + 50000, "%H", 1, "12,050"},
         {noonMicros + 50000, "%H", 3, "12"},
         {noonMicros + 50000, "%H", 0, "12"},
@@ -67,62 +62,46 @@ TEST(OrvTime, TheTimeStringAppendsTheChosenFraction) {
         {noonMicros, "", 1, ",000"},
     };
     for (Row const &row : rows) {
-        OrvTime t(row.micros);
-        EXPECT_EQ(t.getTheTimeString(row.format, static_cast<OrvTime::FORMAT_SECOND>(row.second)),
-                  row.expected)
-            << row.format << " " << row.second;
-        EXPECT_EQ(t.getFullTimeStamp(row.format, static_cast<OrvTime::FORMAT_SECOND>(row.second)),
-                  row.expected);
+        SCOPED_TRACE(testing::Message() << row.format << " " << row.second);
+        auto const second = static_cast<OrvTime::FORMAT_SECOND>(row.second);
+        EXPECT_EQ(OrvTime(row.micros).getTheTimeString(row.format, second), row.expected);
+        EXPECT_EQ(OrvTime(row.micros).getFullTimeStamp(row.format, second), row.expected);
     }
     EXPECT_EQ(OrvTime(noonMicros).getTheTimeString(nullptr, OrvTime::MILLISECONDS), "");
-}
-
-TEST(OrvTime, TimeStringPicksTheFractionByFlagBits) {
-    ScopedTimeZone zone("UTC0");
-    OrvTime t(noonMicros + 3 * 3600000000ULL + 123456);
-    struct Row {
+    // getTimeString picks the fraction by flag bits: 0x100 microseconds, else 0x80 milliseconds.
+    OrvTime const t(noonMicros + 3 * 3600000000ULL + 123456);
+    struct FlagRow {
         unsigned int flags;
         char const *expected;
-    };
-    std::vector<Row> const rows = {
+    } const flagRows[] = {
         {0x170, "15:00:00,123456"}, {0x100, "15:00:00,123456"}, {0x180, "15:00:00,123456"},
         {0x80, "15:00:00,123"},     {0x0, "15:00:00"},          {0x7f, "15:00:00"},
     };
-    for (Row const &row : rows)
+    for (FlagRow const &row : flagRows)
         EXPECT_EQ(t.getTimeString(row.flags), row.expected) << row.flags;
 }
 
-TEST(OrvTime, TextsAndFieldsFollowTheLocalZone) {
-    ScopedTimeZone zone("CET-1");
-    OrvTime t(noonMicros);
-    EXPECT_EQ(t.getTheTimeString("%H:%M", OrvTime::NO_FRACTION), "13:00");
-    EXPECT_EQ(t.tm_hour(), 13);
-    EXPECT_EQ(t.tm_year(), 122);
-    EXPECT_EQ(t.tm_month(), 10);
-    EXPECT_EQ(t.tm_day(), 20);
-    EXPECT_EQ(t.tm_min(), 0);
-    EXPECT_EQ(t.tm_sec(), 0);
-    EXPECT_EQ(t.tm_yearDay(), 323);
-}
-
-TEST(OrvTime, LocalFieldsCrossLeapDays) {
-    ScopedTimeZone zone("UTC0");
+TEST(OrvTime, LocalFieldsFollowTheZoneAndCrossLeapDays) {
     struct Row {
+        char const *zone;
         long long seconds;
-        int year, month, day, yearDay;
-    };
-    std::vector<Row> const rows = {
-        {951825600, 100, 1, 29, 59},     // 2000-02-29: divisible by 400, a leap year
-        {1709164800, 124, 1, 29, 59},    // 2024-02-29
-        {4107542399 + 1, 200, 2, 1, 59}, // 2100-03-01: divisible by 100, no leap year
-        {1735689599, 124, 11, 31, 365},  // 2024-12-31 23:59:59
+        std::vector<int> fields; // tm year, month, day, hour, minute, second, day of the year
+    } const rows[] = {
+        {"CET-1", 1668945600, {122, 10, 20, 13, 0, 0, 323}},  // 2022-11-20 12:00 UTC
+        {"UTC0", 951825600, {100, 1, 29, 12, 0, 0, 59}},      // 2000: divisible by 400, leap
+        {"UTC0", 1709164800, {124, 1, 29, 0, 0, 0, 59}},      // 2024-02-29
+        {"UTC0", 4107542400, {200, 2, 1, 0, 0, 0, 59}},       // 2100: by 100, no leap year
+        {"UTC0", 1735689599, {124, 11, 31, 23, 59, 59, 365}}, // 2024-12-31 23:59:59
     };
     for (Row const &row : rows) {
+        SCOPED_TRACE(row.seconds);
+        ScopedTimeZone zone(row.zone);
         OrvTime t(static_cast<quint64>(row.seconds) * 1000000ULL);
-        EXPECT_EQ(t.tm_year(), row.year) << row.seconds;
-        EXPECT_EQ(t.tm_month(), row.month) << row.seconds;
-        EXPECT_EQ(t.tm_day(), row.day) << row.seconds;
-        EXPECT_EQ(t.tm_yearDay(), row.yearDay) << row.seconds;
+        EXPECT_EQ((std::vector<int>{t.tm_year(), t.tm_month(), t.tm_day(), t.tm_hour(), t.tm_min(),
+                                    t.tm_sec(), t.tm_yearDay()}),
+                  row.fields);
+        EXPECT_EQ(t.getTheTimeString("%H:%M", OrvTime::NO_FRACTION),
+                  QString::asprintf("%02d:%02d", row.fields[3], row.fields[4]));
     }
 }
 
@@ -143,8 +122,7 @@ TEST(OrvTime, IsTimeoutNeedsAStartAndMoreThanTheLimit) {
     struct Row {
         quint64 start, limit, now;
         bool expected;
-    };
-    std::vector<Row> const rows = {
+    } const rows[] = {
         {0, 1, 1000, false}, {10, 5, 15, false}, {10, 5, 16, true},
         {10, 0, 10, false},  {10, 0, 11, true},
     };

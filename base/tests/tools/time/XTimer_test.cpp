@@ -1,33 +1,19 @@
 // XTimer_test.cpp: the timer's listener list under a running event loop.
 #include "orv/XTimer.h"
 
-#include <QtCore/QCoreApplication>
-#include <QtCore/QDeadlineTimer>
+#include "support/EventPump.h"
 
 #include <gtest/gtest.h>
 
-#include <functional>
-
-namespace {
-
-// Runs the event loop until done() or two seconds have passed.
-bool pumpUntil(std::function<bool()> const &done) {
-    QDeadlineTimer deadline(2000);
-    while (!done() && !deadline.hasExpired())
-        QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
-    return done();
-}
-
-} // namespace
+using orv::test::pumpEventsUntil;
 
 TEST(XTimer, TimeoutFiresEveryListener) {
     orv::XTimer timer;
-    int first = 0;
-    int second = 0;
+    int first = 0, second = 0;
     timer.listener.addListener([&first] { ++first; });
     timer.listener.addListener([&second] { ++second; });
     timer.start(5);
-    EXPECT_TRUE(pumpUntil([&] { return first >= 2 && second >= 2; }));
+    EXPECT_TRUE(pumpEventsUntil([&] { return first >= 2 && second >= 2; }));
     timer.stop();
 }
 
@@ -39,9 +25,8 @@ TEST(XTimerOneTimeShot, WaitsForStartThenFiresOnce) {
     EXPECT_EQ(shot.timer().interval(), 5);
     QCoreApplication::processEvents(QEventLoop::AllEvents, 30);
     EXPECT_EQ(calls, 0);
-
     shot.timer().start();
-    EXPECT_TRUE(pumpUntil([&] { return calls > 0; }));
+    EXPECT_TRUE(pumpEventsUntil([&] { return calls > 0; }));
     EXPECT_FALSE(shot.timer().isActive());
     QCoreApplication::processEvents(QEventLoop::AllEvents, 30);
     EXPECT_EQ(calls, 1);
