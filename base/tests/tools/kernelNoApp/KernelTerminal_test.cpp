@@ -33,13 +33,10 @@ WorkerView fromAWorker() {
     return view;
 }
 
-TEST(KernelTerminal, WithoutApplicationEveryThreadIsTheGuiThread) {
-    WorkerView view = fromAWorker();
-    EXPECT_TRUE(view.isGui);
-    EXPECT_TRUE(view.ranAtOnceOnWorker);
-}
-
-TEST(KernelTerminal, BuildsTheApplicationThenTheKernel) {
+TEST(KernelTerminal, WithoutApplicationEveryThreadIsTheGuiThreadUntilTheKernelBuildsOne) {
+    WorkerView const before = fromAWorker();
+    EXPECT_TRUE(before.isGui);
+    EXPECT_TRUE(before.ranAtOnceOnWorker);
     char prog[] = "prog", command[] = "run", key[] = "--level", value[] = "3";
     char *args[] = {prog, command, key, value, nullptr};
     int argc = 4;
@@ -64,8 +61,7 @@ TEST(KernelTerminal, BuildsTheApplicationThenTheKernel) {
     EXPECT_TRUE(fromAWorker().isGui);
 }
 
-class TestKernel : public Kernel {
-public:
+struct TestKernel : Kernel {
     using Kernel::Kernel;
     QString toString() const override { return QStringLiteral("TestKernel"); }
 };
@@ -99,9 +95,6 @@ ArgsEnv argsOf(std::initializer_list<char const *> words) {
 
 TEST(KernelDeathTest, RebootReplacesTheProcessWithTheSavedArguments) {
     GTEST_FLAG_SET(death_test_style, "threadsafe");
-    Kernel::setRebootProgram(true);
-    EXPECT_TRUE(Kernel::isRebootProgram());
-    Kernel::setRebootProgram(false);
     EXPECT_EXIT(
         {
             Kernel::setArgsEnv(argsOf({"/bin/sh", "-c", "exit 7"}));
