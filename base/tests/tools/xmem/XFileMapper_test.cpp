@@ -10,6 +10,7 @@
 
 #include <QtCore/QDir>
 #include <QtCore/QFile>
+#include <QtCore/QFileInfo>
 #include <QtCore/QTemporaryDir>
 
 #include "support/TempFiles.h"
@@ -17,6 +18,7 @@
 #include <cstring>
 #include <functional>
 #include <tuple>
+#include <vector>
 
 using namespace orv;
 
@@ -124,15 +126,21 @@ TEST(XFileMapper, ReadWriteCreatesSizesAndWritesTheFile) {
 TEST(XFileMapper, BadFilesFailWithoutACrash) {
     QTemporaryDir dir;
     QString const empty = writeFile(dir, "empty.txt", QByteArray());
-    // Running as root, a missing directory stands in for a file we may not create.
+    QString const locked = writeFile(dir, "locked.txt", "secret");
+    QFile::setPermissions(locked, QFileDevice::Permissions());
     // name, path, read-write, opens
-    std::tuple<char const *, QString, bool, bool> const rows[] = {
+    std::vector<std::tuple<char const *, QString, bool, bool>> rows = {
         {"missing file", dir.filePath("missing.txt"), false, false},
         {"directory read-only", dir.path(), false, false},
         {"directory read-write", dir.path(), true, false},
         {"inside a missing directory", dir.filePath("no/such/dir/f.bin"), true, false},
         {"empty file", empty, false, true},
     };
+    // Root reads whatever the permissions say; the missing directory covers it there.
+    if (!QFileInfo(locked).isReadable()) {
+        rows.emplace_back("no permission read-only", locked, false, false);
+        rows.emplace_back("no permission read-write", locked, true, false);
+    }
     for (auto const &[name, path, readWrite, opens] : rows) {
         SCOPED_TRACE(name);
         XFileMapper mapper(path);
