@@ -6,13 +6,15 @@
 #include "orv/Log.h"
 
 #include "support/CapturingAppender.h"
+#include "support/QtPrinters.h"
 
 #include <gtest/gtest.h>
 
-#include <QtCore/QCoreApplication>
-#include <QtCore/QProcess>
+#include <QtCore/QStringList>
 
+#include <cstdlib>
 #include <string>
+#include <unistd.h>
 #include <vector>
 
 namespace orv {
@@ -27,94 +29,62 @@ ModuleTests const moduleTests{
     {[](int, char **) { return 0; }, "Alpha", "first of all", true},
 };
 
-std::vector<std::string> keysOf(std::vector<TestContext const *> const &tests) {
-    std::vector<std::string> keys;
-    for (TestContext const *test : tests)
-        keys.push_back(test->key().toStdString());
-    return keys;
-}
-
-TEST(TestContextAdder, StaticAddersRegisterBeforeMain) {
-    EXPECT_TRUE(TestContextAdder::hasTest("XmlParse"));
-    EXPECT_TRUE(TestContextAdder::hasTest("testXML"));
-    EXPECT_TRUE(TestContextAdder::hasTest("Alpha"));
-    EXPECT_FALSE(TestContextAdder::hasTest("xmlparse")); // keys keep their case
+TEST(TestContextAdder, StaticAddersRegisterBeforeMainUnderTheirExactKey) {
+    for (char const *key : {"XmlParse", "testXML", "Alpha"})
+        EXPECT_TRUE(TestContextAdder::hasTest(key)) << key;
+    EXPECT_FALSE(TestContextAdder::hasTest("xmlparse"));
     TestContext &found = TestContextAdder::getTestContext("XmlParse");
-    EXPECT_TRUE(static_cast<bool>(found));
     EXPECT_TRUE(found.isBasicTest());
     EXPECT_EQ(found.toString(), "XmlParse, parses the sample");
     EXPECT_EQ(TestContextAdder::getTestContext("testXML").toString(), "testXML");
-}
-
-TEST(TestContextAdder, UnknownOrEmptyKeyGivesTheEmptyContext) {
-    for (char const *key : {"", "NoSuchTest"}) {
-        TestContext &found = TestContextAdder::getTestContext(key);
-        EXPECT_EQ(&found, &TestContext::empty) << key;
-        EXPECT_FALSE(static_cast<bool>(found));
-        EXPECT_EQ(found.toString(), "");
-    }
+    // An unknown or empty key gives the empty context.
+    for (char const *key : {"", "NoSuchTest", "xmlparse"})
+        EXPECT_EQ(&TestContextAdder::getTestContext(key), &TestContext::empty) << key;
+    EXPECT_FALSE(static_cast<bool>(TestContext::empty));
+    EXPECT_EQ(TestContext::empty.toString(), "");
 }
 
 TEST(TestContextAdder, FilterMatchesKeysWithoutRegardToCaseInKeyOrder) {
     struct Row {
         char const *filter;
-        std::vector<std::string> keys;
-    } const rows[] = {
-        {"xml", {"XmlParse", "testXML"}},
-        {"PARSE", {"XmlParse"}},
-        {"", {"Alpha", "XmlParse", "testXML"}},
-        {"all", {"Alpha", "XmlParse", "testXML"}},
-        {"none-such", {}},
-    };
-    for (Row const &row : rows)
-        EXPECT_EQ(keysOf(TestContextAdder::getTestsByFilter(row.filter)), row.keys) << row.filter;
+        QStringList keys;
+    } const rows[] = {{"xml", {"XmlParse", "testXML"}},
+                      {"PARSE", {"XmlParse"}},
+                      {"", {"Alpha", "XmlParse", "testXML"}},
+                      {"all", {"Alpha", "XmlParse", "testXML"}},
+                      {"none-such", {}}};
+    for (Row const &row : rows) {
+        QStringList keys;
+        for (TestContext const *test : TestContextAdder::getTestsByFilter(row.filter))
+            keys << test->key();
+        EXPECT_EQ(keys, row.keys) << row.filter;
+    }
 }
 
-TEST(TestContext, ExecRunsTheFormThatIsSet) {
+TEST(TestContext, ExecRunsTheFormThatIsSetAndAnEmptyContextGivesMinusOne) {
     Kernel &kernel = Kernel::kernel();
-    TestContext plain(TestContext::FnPlain(plainSeven), "p", "", true);
-    EXPECT_EQ(plain.exec(kernel), 7);
     Kernel *seen = nullptr;
-    TestContext withKernel(TestContext::FnKernel([&](Kernel &k) {
-                               seen = &k;
-                               return 3;
-                           }),
-                           "k", "", true);
-    EXPECT_EQ(withKernel.exec(kernel), 3);
-    EXPECT_EQ(seen, &kernel);
-    int argcSeen = -1;
     char **argvSeen = nullptr;
-    TestContext withMain(TestContext::FnMain([&](int c, char **v) {
-                             argcSeen = c;
-                             argvSeen = v;
-                             return 5;
-                         }),
-                         "m", "", true);
-    EXPECT_EQ(withMain.exec(kernel), 5);
+    int argcSeen = -1;
+    EXPECT_EQ(TestContext(TestContext::FnPlain(plainSeven), "p", "", true).exec(kernel), 7);
+    auto const withKernel = [&](Kernel &k) { return seen = &k, 3; };
+    EXPECT_EQ(TestContext(TestContext::FnKernel(withKernel), "k", "", true).exec(kernel), 3);
+    EXPECT_EQ(seen, &kernel);
+    auto const withMain = [&](int c, char **v) { return argcSeen = c, argvSeen = v, 5; };
+    EXPECT_EQ(TestContext(TestContext::FnMain(withMain), "m", "", true).exec(kernel), 5);
     EXPECT_EQ(argcSeen, Kernel::argc);
     EXPECT_EQ(argvSeen, Kernel::argv);
+    EXPECT_EQ(TestContext().exec(kernel), -1);
 }
 
-TEST(TestContext, ExecOfAnEmptyContextGivesMinusOne) {
-    TestContext none;
-    EXPECT_FALSE(static_cast<bool>(none));
-    EXPECT_EQ(none.exec(Kernel::kernel()), -1);
-}
-
-class PhaseRecorder : public FullTest {
-public:
-    PhaseRecorder(std::vector<int> results, std::string &calls)
-        : results(std::move(results)), calls(calls) {}
+// Each phase appends its letter to calls and returns its entry of results.
+struct PhaseRecorder : FullTest {
+    PhaseRecorder(std::vector<int> results, std::string &calls) : results(results), calls(calls) {}
+    int phase(char name, size_t index) { return calls += name, results[index]; }
     int parseArguments(Kernel &) override { return phase('a', 0); }
     int prepareTest(Kernel &) override { return phase('p', 1); }
     int runTest(Kernel &) override { return phase('r', 2); }
     int shutDown(Kernel &) override { return phase('s', 3); }
-
-private:
-    int phase(char name, size_t index) {
-        calls += name;
-        return results[index];
-    }
     std::vector<int> results;
     std::string &calls;
 };
@@ -136,17 +106,9 @@ TEST(TestContext, FullTestPhasesStopAtTheFirstNonZeroResult) {
     }
 }
 
-struct Line {
-    unsigned int space;
-    std::string text;
-    bool operator==(Line const &o) const { return space == o.space && text == o.text; }
-};
-
-void PrintTo(Line const &line, std::ostream *os) { *os << line.space << ":'" << line.text << "'"; }
-
-// The lines that showTests(4, filter) logs, between two markers (the logger's own
-// header comes before the first).
-std::vector<Line> listing(QString const &filter) {
+// The lines that showTests(4, filter) logs as "indentation:text", between two markers
+// (the logger's own header comes before the first).
+QStringList listing(QString const &filter) {
     test::CapturingAppender &log = test::startCapturingLogger();
     QString const begin = QStringLiteral("listing '") + filter + QLatin1Char('\'');
     QString const end = QStringLiteral("end of ") + begin;
@@ -155,82 +117,52 @@ std::vector<Line> listing(QString const &filter) {
     ppDebug(end);
     EXPECT_TRUE(log.waitForText(end));
     std::vector<test::CapturedLine> const taken = log.takenFrom(begin);
-    std::vector<Line> lines;
+    QStringList lines;
     for (size_t i = 1; i < taken.size() && taken[i].text != end; ++i)
-        lines.push_back({taken[i].space, taken[i].text.toStdString()});
+        lines << QString::number(taken[i].space) + ':' + taken[i].text;
     return lines;
 }
 
-TEST(TestContextAdder, ShowTestsWithoutFilterListsBasicTestsWithoutMarker) {
-    std::vector<Line> const expected{
-        {8, "Alpha .... first of all"},
-        {8, "XmlParse . parses the sample"},
-        {0, ""},
-        {4, "basic tests:2"},
-        {4, "extra tests:1"},
-        {4, "all   tests:3"},
-        {4, "Tests total:3"},
+TEST(TestContextAdder, ShowTestsMarksExtraTestsOnlyWhenFilteredAndTotalsAllButAll) {
+    struct Row {
+        char const *filter;
+        QStringList lines;
+    } const rows[] = {
+        {"",
+         {"8:Alpha .... first of all", "8:XmlParse . parses the sample", "0:", "4:basic tests:2",
+          "4:extra tests:1", "4:all   tests:3", "4:Tests total:3"}},
+        {"xMl",
+         {"8: XmlParse . parses the sample", "8:+testXML", "0:", "4:basic tests:1",
+          "4:extra tests:1", "4:all   tests:2", "4:Tests total:2 of 3 - filtered by:'xMl'"}},
+        {"all",
+         {"8: Alpha .... first of all", "8: XmlParse . parses the sample", "8:+testXML",
+          "0:", "4:basic tests:2", "4:extra tests:1", "4:all   tests:3"}},
     };
-    EXPECT_EQ(listing(""), expected);
+    for (Row const &row : rows)
+        EXPECT_EQ(listing(row.filter), row.lines) << row.filter;
 }
 
-TEST(TestContextAdder, ShowTestsWithFilterMarksExtraTests) {
-    std::vector<Line> const expected{
-        {8, " XmlParse . parses the sample"},
-        {8, "+testXML"},
-        {0, ""},
-        {4, "basic tests:1"},
-        {4, "extra tests:1"},
-        {4, "all   tests:2"},
-        {4, "Tests total:2 of 3 - filtered by:'xMl'"},
-    };
-    EXPECT_EQ(listing("xMl"), expected);
-}
-
-TEST(TestContextAdder, ShowTestsWithAllListsEverythingAndNoTotal) {
-    std::vector<Line> const expected{
-        {8, " Alpha .... first of all"},
-        {8, " XmlParse . parses the sample"},
-        {8, "+testXML"},
-        {0, ""},
-        {4, "basic tests:2"},
-        {4, "extra tests:1"},
-        {4, "all   tests:3"},
-    };
-    EXPECT_EQ(listing("all"), expected);
-}
-
-TEST(TestContextAdderDeathTest, DeleteAllEmptiesTheRegistryAndAddersRebuildIt) {
+// In children: the registry of this program stays as it is.
+TEST(TestContextAdderDeathTest, DeleteAllEmptiesTheRegistryAndADuplicateKeyEndsTheProgram) {
     GTEST_FLAG_SET(death_test_style, "threadsafe");
-    // In a child: the registry of this program stays as it is.
     EXPECT_EXIT(
         {
             TestContextAdder::deleteAll();
-            bool ok = !TestContextAdder::hasTest("XmlParse") &&
-                      TestContextAdder::getTests("").empty() &&
-                      !TestContextAdder::getTestContext("XmlParse");
+            bool const emptied = !TestContextAdder::hasTest("XmlParse") &&
+                                 TestContextAdder::getTests("").empty() &&
+                                 !TestContextAdder::getTestContext("XmlParse");
             TestContextAdder again(plainSeven, "Again", "", true);
-            ok = ok && TestContextAdder::hasTest("Again") && !TestContextAdder::hasTest("Alpha");
-            std::exit(ok ? 0 : 1);
+            bool const rebuilt = TestContextAdder::hasTest("Again");
+            std::exit(emptied && rebuilt && !TestContextAdder::hasTest("Alpha") ? 0 : 1);
         },
         testing::ExitedWithCode(0), "");
-}
-
-// Run only as the child of the test below.
-TEST(TestContextAdder, DISABLED_AddsADuplicateKey) {
-    TestContextAdder duplicate(plainSeven, "XmlParse", "", true);
-}
-
-TEST(TestContextAdder, DuplicateKeyEndsTheProgramWithAConsoleLine) {
-    QProcess child;
-    child.start(QCoreApplication::applicationFilePath(),
-                {"--gtest_filter=TestContextAdder.DISABLED_AddsADuplicateKey",
-                 "--gtest_also_run_disabled_tests"});
-    ASSERT_TRUE(child.waitForFinished(30000));
-    EXPECT_EQ(child.exitStatus(), QProcess::NormalExit);
-    EXPECT_EQ(child.exitCode(), 1);
-    EXPECT_TRUE(child.readAllStandardOutput().contains(
-        "TestContextMap::addTestContext, key 'XmlParse' already added"));
+    EXPECT_EXIT(
+        {
+            ::dup2(2, 1); // the line goes to the console
+            TestContextAdder duplicate(plainSeven, "XmlParse", "", true);
+            std::exit(0);
+        },
+        testing::ExitedWithCode(1), "TestContextMap::addTestContext, key 'XmlParse' already added");
 }
 
 } // namespace
