@@ -18,19 +18,16 @@ TEST(ArgsEnv, FromMainCopiesEveryStringIntoItsOwnBlock) {
     ASSERT_EQ(args.argc, 2);
     EXPECT_STREQ(args.argv[0], "prog");
     EXPECT_STREQ(args.argv[1], "--key");
-    EXPECT_EQ(args.argv[2], nullptr);
     EXPECT_STREQ(args.envv[0], "HOME=/root");
-    EXPECT_EQ(args.envv[1], nullptr);
+    EXPECT_TRUE(args.argv[2] == nullptr && args.envv[1] == nullptr);
 }
 
 TEST(ArgsEnv, NoArgumentsGiveVectorsOfOneNullEntry) {
     ArgsEnv args;
     args.fromMain(0, nullptr, nullptr);
     EXPECT_EQ(args.argc, 0);
-    ASSERT_NE(args.argv, nullptr);
-    EXPECT_EQ(args.argv[0], nullptr);
-    ASSERT_NE(args.envv, nullptr);
-    EXPECT_EQ(args.envv[0], nullptr);
+    ASSERT_TRUE(args.argv != nullptr && args.envv != nullptr);
+    EXPECT_TRUE(args.argv[0] == nullptr && args.envv[0] == nullptr);
 }
 
 TEST(ArgsEnv, CopyIsDeepAndMoveEmptiesTheSource) {
@@ -45,8 +42,7 @@ TEST(ArgsEnv, CopyIsDeepAndMoveEmptiesTheSource) {
     ArgsEnv moved(std::move(source));
     EXPECT_EQ(moved.argv[0], block);
     EXPECT_EQ(source.argc, 0);
-    EXPECT_EQ(source.argv, nullptr);
-    EXPECT_EQ(source.envv, nullptr);
+    EXPECT_TRUE(source.argv == nullptr && source.envv == nullptr);
     copy = std::move(moved);
     EXPECT_EQ(copy.argv[0], block);
     moved = copy;

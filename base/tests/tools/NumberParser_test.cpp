@@ -6,7 +6,6 @@
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
 #include <limits>
 #include <random>
 #include <string>
@@ -25,11 +24,8 @@ void randomFloatText(std::mt19937 &gen, char *text) {
     char *p = text;
     if (coin(gen) == 0)
         *p++ = ' ';
-    int const pick = coin(gen);
-    if (pick == 1)
-        *p++ = '-';
-    else if (pick == 2)
-        *p++ = '+';
+    if (int const pick = coin(gen); pick == 1 || pick == 2)
+        *p++ = pick == 1 ? '-' : '+';
     int const n = digitCount(gen);
     int const point = std::uniform_int_distribution<int>(0, n)(gen);
     for (int i = 0; i < n; ++i) {
@@ -47,53 +43,28 @@ void randomFloatText(std::mt19937 &gen, char *text) {
 } // namespace
 
 TEST(FloatParser, NaNConstants) {
-    quint64 bits = 0;
-    std::memcpy(&bits, &FloatParser::NaN, sizeof bits);
-    EXPECT_EQ(bits, 0x0010000000000000ULL);
-    EXPECT_EQ(FloatParser::NaN, 2.2250738585072014e-308);
+    EXPECT_EQ(FloatParser::NaN, 2.2250738585072014e-308); // bits 0x0010000000000000
     EXPECT_TRUE(std::isnan(FloatParser::NOT_A_NUMBER));
     EXPECT_EQ(IntegerParser::NaN, std::numeric_limits<qint64>::min());
 }
 
 TEST(FloatParser, StofTable) {
-    struct Row {
-        char const *text;
-        double value;
-    } const rows[] = {
-        {" -1.5e2 ", -150.0},
-        {"12", 12.0},
-        {"+3.25", 3.25},
-        {".5", 0.5},
-        {"5.", 5.0},
+    double const nan = FloatParser::NaN;
+    // clang-format off
+    std::pair<char const *, double> const rows[] = {
+        {" -1.5e2 ", -150.0}, {"12", 12.0}, {"+3.25", 3.25}, {".5", 0.5}, {"5.", 5.0},
         {"\t7\t", 7.0},
-        {"0", 0.0},
-        {"1E3", 1000.0},
-        {"00000000000000000000000000012.5", 12.5},
+        {"0", 0.0}, {"1E3", 1000.0}, {"00000000000000000000000000012.5", 12.5},
         {"123456789012345678901234567890", 1.2345678901234568e29},
-        {"1e400", 1e308}, // exponent digits are capped at 308
-        {"1e-400", 1e-308},
-        {"10e308", inf},
-        {"-10e308", -inf},
+        {"1e400", 1e308}, {"1e-400", 1e-308}, // exponent digits are capped at 308
+        {"10e308", inf}, {"-10e308", -inf},
         // not a number
-        {"", FloatParser::NaN},
-        {"   ", FloatParser::NaN},
-        {"-", FloatParser::NaN},
-        {"+", FloatParser::NaN},
-        {".", FloatParser::NaN},
-        {"-.e5", FloatParser::NaN},
-        {"e5", FloatParser::NaN},
-        {"1e", FloatParser::NaN},
-        {"1e+", FloatParser::NaN},
-        {"12x", FloatParser::NaN},
-        {"1,5", FloatParser::NaN},
-        {"1 2", FloatParser::NaN},
-        {"1\n", FloatParser::NaN},
-        {"--1", FloatParser::NaN},
-        {"nan", FloatParser::NaN},
-        {"inf", FloatParser::NaN},
-    };
-    for (Row const &r : rows)
-        EXPECT_EQ(FloatParser::stof(r.text), r.value) << '"' << r.text << '"';
+        {"", nan}, {"   ", nan}, {"-", nan}, {"+", nan}, {".", nan}, {"-.e5", nan}, {"e5", nan},
+        {"1e", nan}, {"1e+", nan}, {"12x", nan}, {"1,5", nan}, {"1 2", nan}, {"1\n", nan},
+        {"--1", nan}, {"nan", nan}, {"inf", nan}};
+    // clang-format on
+    for (auto [text, value] : rows)
+        EXPECT_EQ(FloatParser::stof(text), value) << '"' << text << '"';
     EXPECT_TRUE(std::signbit(FloatParser::stof("-0")));
 }
 
@@ -149,30 +120,17 @@ TEST(FloatParser, ExactForShortMantissasAndSmallExponents) {
 }
 
 TEST(IntegerParser, StoiTable) {
-    struct Row {
-        char const *text;
-        qint64 value;
-    } const rows[] = {
-        {"12 ", 12},
-        {" -42", -42},
-        {"+7", 7},
-        {"\t0\t", 0},
-        {"007", 7},
-        {"9223372036854775807", std::numeric_limits<qint64>::max()},
-        {"-9223372036854775807", -std::numeric_limits<qint64>::max()},
+    qint64 const nan = IntegerParser::NaN, max = std::numeric_limits<qint64>::max();
+    // clang-format off
+    std::pair<char const *, qint64> const rows[] = {
+        {"12 ", 12}, {" -42", -42}, {"+7", 7}, {"\t0\t", 0}, {"007", 7},
+        {"9223372036854775807", max}, {"-9223372036854775807", -max},
         {"18446744073709551617", 1}, // no overflow check: wraps modulo 2^64
-        {"12x", IntegerParser::NaN},
-        {"", IntegerParser::NaN},
-        {" ", IntegerParser::NaN},
-        {"-", IntegerParser::NaN},
-        {"+", IntegerParser::NaN},
-        {"1 2", IntegerParser::NaN},
-        {"1.5", IntegerParser::NaN},
-        {"--1", IntegerParser::NaN},
-        {"0x10", IntegerParser::NaN},
-    };
-    for (Row const &r : rows)
-        EXPECT_EQ(IntegerParser::stoi(r.text), r.value) << '"' << r.text << '"';
+        {"12x", nan}, {"", nan}, {" ", nan}, {"-", nan}, {"+", nan}, {"1 2", nan}, {"1.5", nan},
+        {"--1", nan}, {"0x10", nan}};
+    // clang-format on
+    for (auto [text, value] : rows)
+        EXPECT_EQ(IntegerParser::stoi(text), value) << '"' << text << '"';
 }
 
 TEST(IntegerParser, AgreesWithStrtollOnAMillionInputs) {

@@ -1,51 +1,41 @@
 // StringText_test.cpp: eliding, entities, base64/hex, wildcard patterns and byte search.
 #include "orv/StringText.h"
 
+#include "support/QtPrinters.h"
+
 #include <gtest/gtest.h>
 
 #include <cstring>
 
 using namespace orv;
 
-TEST(StringText, ElidedStringKeepsHeadAndTail) {
-    EXPECT_EQ(elidedString("", 1, 1), QString());
-    EXPECT_EQ(elidedString("abcdefgh", 2, 2), QLatin1String("ab...gh"));
-    EXPECT_EQ(elidedString("abcdefgh", 3, 0), QLatin1String("abc..."));
-    EXPECT_EQ(elidedString("abcd", 2, 2), QLatin1String("abcd"));
-    EXPECT_EQ(elidedString("abcd", 4000000000u, 4000000000u), QLatin1String("abcd"));
-}
-
-TEST(StringText, EntitiesEncodeAndDecode) {
-    EXPECT_EQ(encode_char(QLatin1Char('A')), QLatin1String("&#65;"));
+TEST(StringText, TextFormsOfElidingQuotingAndEncoding) {
     QString const text = QString::fromUtf8("a<é\xc2\x80");
     QString const encoded = encode_entities(text, "<");
-    EXPECT_EQ(encoded, QLatin1String("a&#60;&#233;") + QChar(0x80)); // 128 itself stays
-    EXPECT_EQ(decode_entities(encoded), text);
-    EXPECT_EQ(decode_entities("x&#;y&#abc;&#65"), QLatin1String("x&#;y&#abc;&#65"));
-}
-
-TEST(StringText, EnsureStringIsQuotedAddsMissingQuotes) {
-    struct Row {
-        char const *in, *out;
-    } const rows[] = {{"a", "\"a\""},     {"\"a", "\"a\""}, {"a\"", "\"a\""},
-                      {"\"a\"", "\"a\""}, {"", "\"\""},     {"\"", "\""}};
-    for (Row const &r : rows)
-        EXPECT_EQ(ensureStringIsQuoted(QLatin1String(r.in)), QLatin1String(r.out)) << r.in;
+    std::pair<QString, QString> const rows[] = {
+        // clang-format off
+        {elidedString("", 1, 1), QString()}, {elidedString("abcdefgh", 2, 2), "ab...gh"},
+        {elidedString("abcdefgh", 3, 0), "abc..."}, {elidedString("abcd", 2, 2), "abcd"},
+        {elidedString("abcd", 4000000000u, 4000000000u), "abcd"},
+        {encode_char(QLatin1Char('A')), "&#65;"},
+        {encoded, QLatin1String("a&#60;&#233;") + QChar(0x80)}, // 128 itself stays
+        {decode_entities(encoded), text}, {decode_entities("x&#;y&#abc;&#65"), "x&#;y&#abc;&#65"},
+        {ensureStringIsQuoted("a"), "\"a\""}, {ensureStringIsQuoted("\"a"), "\"a\""},
+        {ensureStringIsQuoted("a\""), "\"a\""}, {ensureStringIsQuoted("\"a\""), "\"a\""},
+        {ensureStringIsQuoted(""), "\"\""}, {ensureStringIsQuoted("\""), "\""},
+        {base64_encode("hello"), "aGVsbG8="}, {hex_encode("AB"), "4142"},
+        // foreign characters are skipped
+        {base64_decode("!!!"), QString()}, {base64_decode("aGVs!bG8="), "hello"},
+        {hex_decode("zz"), QString()}, {base64_decode(""), QString()},
+    }; // clang-format on
+    for (auto const &[got, expected] : rows)
+        EXPECT_EQ(got, expected);
 }
 
 TEST(StringText, Base64AndHexRoundTripUtf8) {
     QString const text = QString::fromUtf8("hello äöü € \x01");
     EXPECT_EQ(base64_decode(base64_encode(text)), text);
     EXPECT_EQ(hex_decode(hex_encode(text)), text);
-    EXPECT_EQ(base64_encode("hello"), QLatin1String("aGVsbG8="));
-    EXPECT_EQ(hex_encode("AB"), QLatin1String("4142"));
-}
-
-TEST(StringText, Base64AndHexSkipForeignCharacters) {
-    EXPECT_EQ(base64_decode("!!!"), QString());
-    EXPECT_EQ(base64_decode("aGVs!bG8="), QLatin1String("hello"));
-    EXPECT_EQ(hex_decode("zz"), QString());
-    EXPECT_EQ(base64_decode(""), QString());
 }
 
 TEST(StringText, WildcardPatternTable) {
@@ -53,21 +43,17 @@ TEST(StringText, WildcardPatternTable) {
         char const *s, *pattern;
         bool match;
     } const rows[] = {
-        {"Main.CPP", "*.cpp", true},
-        {"main.cpp", "main", false}, // no star: only the ending counts
-        {"main.cpp", "cpp", true},
-        {"main.cpp", "main*", true},
-        {"main.cpp", "*ain*", true},
-        {"main.cpp", "m*.c*", true},
-        {"main.cpp", "x*", false}, // first token must be at position 0
+        // clang-format off
+        {"Main.CPP", "*.cpp", true}, {"main.cpp", "cpp", true}, {"main.cpp", "main*", true},
+        {"main.cpp", "*ain*", true}, {"main.cpp", "m*.c*", true}, {"main.cpp", "*", true},
+        {"main.cpp", "main", false},     // no star: only the ending counts
+        {"main.cpp", "x*", false},       // first token must be at position 0
         {"main.cpp", "*.h", false},
         {"main.cpp", "m*p", false},      // the first "p" is taken, so the end isn't reached
         {"a.cpp.cpp", "*.cpp", false},   // likewise the first ".cpp"
         {"main.cpp", "?ain.cpp", false}, // `?` is an ordinary character
-        {"", "*", false},
-        {"main.cpp", "", false},
-        {"main.cpp", "*", true},
-    };
+        {"", "*", false}, {"main.cpp", "", false},
+    }; // clang-format on
     for (Row const &r : rows)
         EXPECT_EQ(pattern_match_wild_card(QString(r.s), QString(r.pattern)), r.match)
             << r.s << " / " << r.pattern;
@@ -81,27 +67,22 @@ TEST(StringText, MemSearchTable) {
         bool ignoreCase;
         int offset; // -1: not found
     } const rows[] = {
-        {"xxabcxx", "abc", false, 2},
-        {"xxABCxx", "abc", false, -1},
-        {"xxABCxx", "abc", true, 2},
+        // clang-format off
+        {"xxabcxx", "abc", false, 2}, {"xxABCxx", "abc", false, -1}, {"xxABCxx", "abc", true, 2},
         {"xxabc", "abc", false, -1}, // a match at the very end is missed
         {"abc", "abc", false, -1},
-        {"aabxx", "ab", false, -1},     // the overlapping start is
-                                        // skipped
+        {"aabxx", "ab", false, -1},     // the overlapping start is skipped
         {"Abcxxabcxx", "abc", true, 5}, // the first byte's own case wins over position
         {"Abcxxxxxxx", "abc", true, 0}, // other case only when its own is absent
         {"12-34-56", "-5", false, 5},
-    };
+    }; // clang-format on
     for (Row const &r : rows) {
         quint64 const size = std::strlen(r.mem);
         char *hit = memSearch(r.mem, size, r.what, std::strlen(r.what), r.ignoreCase);
         EXPECT_EQ(hit ? static_cast<int>(hit - r.mem) : -1, r.offset) << r.mem << " / " << r.what;
-        char *viaText = memSearch(r.mem, size, QString(r.what), r.ignoreCase);
-        EXPECT_EQ(viaText, hit);
+        EXPECT_EQ(memSearch(r.mem, size, QString(r.what), r.ignoreCase), hit);
     }
-}
-
-TEST(StringText, MemSearchRefusesEmptyOrShortInput) {
+    // Empty or short input finds nothing.
     char const mem[] = "abc";
     EXPECT_EQ(memSearch(mem, 3, "a", 0, false), nullptr);
     EXPECT_EQ(memSearch(mem, 0, "a", 1, false), nullptr);
@@ -111,9 +92,8 @@ TEST(StringText, MemSearchRefusesEmptyOrShortInput) {
 
 TEST(StringText, MemSearchWordSkipsHitsInsideWords) {
     char const mem[] = "concat cat x";
-    quint64 const size = std::strlen(mem);
-    EXPECT_EQ(memSearchWord(mem, size, "cat", false), mem + 7);
-    EXPECT_EQ(memSearchWord(mem, size, "CAT", true), mem + 7);
+    EXPECT_EQ(memSearchWord(mem, std::strlen(mem), "cat", false), mem + 7);
+    EXPECT_EQ(memSearchWord(mem, std::strlen(mem), "CAT", true), mem + 7);
     char const none[] = "concat xx";
     EXPECT_EQ(memSearchWord(none, std::strlen(none), "cat", false), nullptr);
 }

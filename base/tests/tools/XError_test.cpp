@@ -13,99 +13,69 @@
 using orv::XError;
 using orv::XErrorMap;
 
-namespace {
-
-QString errnoText(int number) {
-    return QString::fromLocal8Bit(std::strerror(number)) + QStringLiteral(", errno:") +
-           QString::number(number);
-}
-
-} // namespace
-
-TEST(XError, FreshWordIsOkAndSaysNoError) {
-    XError error;
-    EXPECT_TRUE(error.isOK());
-    EXPECT_FALSE(error.isError());
-    EXPECT_EQ(error.errAsString(), "NO-ERROR,errno==0");
-}
-
 TEST(XError, LibraryCodesGiveTheirTexts) {
-    struct Row {
-        unsigned short code;
-        char const *text;
-    };
-    std::vector<Row> const rows = {
+    EXPECT_EQ(XError().errAsString(), "NO-ERROR,errno==0");
+    // clang-format off
+    std::pair<unsigned short, char const *> const rows[] = {
         {XError::ORV_ERROR_CANNOT_READ_RESOURCE, "orv,cannot read resource"},
         {XError::ORV_ERROR_TIMEOUT, "orv,timeout"},
         {XError::ORV_ERROR_BUFFER_EMPTY, "orv,buffer empty"},
         {XError::ORV_ERROR_NOT_INITIALIZED, "orv,object not initialized"},
         {XError::ORV_ERROR_OUT_OF_RANGE, "orv,index out of range"},
-        {XError::ORV_ERROR_TRUNCATE, "orv,truncate"},
-        {XError::ORV_ERROR_EOF, "orv,eof"},
+        {XError::ORV_ERROR_TRUNCATE, "orv,truncate"}, {XError::ORV_ERROR_EOF, "orv,eof"},
         {XError::ORV_ERROR_NUMBER_TOO_BIG, "orv,number too big"},
-        {999, "ORV_ERROR_* {999} NOT DEFINED"},
-    };
-    for (Row const &row : rows) {
+        {999, "ORV_ERROR_* {999} NOT DEFINED"}, {0, "ORV-ERROR-0"}};
+    // clang-format on
+    for (auto [code, text] : rows) {
         XError error;
-        error.setOrvError(row.code);
-        EXPECT_TRUE(error.isOrvError(row.code)) << row.code;
-        EXPECT_EQ(error.getErrno(), 0x8000u) << row.code;
-        EXPECT_EQ(error.getOrvError(), row.code);
-        EXPECT_EQ(error.errAsString(), row.text);
+        error.setOrvError(code);
+        EXPECT_TRUE(error.isOrvError(code)) << code;
+        EXPECT_EQ(error.getErrno(), 0x8000u) << code;
+        EXPECT_EQ(error.getOrvError(), code);
+        EXPECT_EQ(error.errAsString(), text);
     }
 }
 
-TEST(XError, NamedSettersAndTestsAgreeOnTheirCodes) {
+TEST(XError, OkOnlyWithoutAnyCodeAndNamedTestsAgreeOnTheirCodes) {
     XError error;
+    EXPECT_TRUE(error.isOK() && !error.isError());
+    error.setOrvError(0); // an error, but no library error
+    EXPECT_TRUE(error.isError() && !error.isOK() && !error.isOrvError());
     error.setOrvEOF();
-    EXPECT_TRUE(error.isOrvEOF());
-    EXPECT_FALSE(error.isOrvTimeout());
+    EXPECT_TRUE(error.isOrvEOF() && !error.isOrvTimeout());
     error.setOrvErrorTimeout();
     EXPECT_TRUE(error.isOrvTimeout());
     EXPECT_EQ(error.getOrvError(), 110u);
     error.setOrvTruncate();
     EXPECT_TRUE(error.isOrvTruncate());
     error.setOrvError(170);
-    EXPECT_TRUE(error.isOrvNumberTooBig());
-    EXPECT_TRUE(error.isOrvError());
+    EXPECT_TRUE(error.isOrvNumberTooBig() && error.isOrvError());
     error.clearError();
     EXPECT_TRUE(error.isOK());
-}
-
-TEST(XError, CodeZeroIsAnErrorButNoLibraryError) {
-    XError error;
-    error.setOrvError(0);
-    EXPECT_TRUE(error.isError());
-    EXPECT_FALSE(error.isOrvError());
-    EXPECT_FALSE(error.isOK());
+    error.setErrno(0x8000);
+    EXPECT_TRUE(error.isOrvError(0));
     EXPECT_EQ(error.errAsString(), "ORV-ERROR-0");
-
-    XError marked;
-    marked.setErrno(0x8000);
-    EXPECT_TRUE(marked.isOrvError(0));
-    EXPECT_EQ(marked.errAsString(), "ORV-ERROR-0");
 }
 
 TEST(XError, SetErrnoKeepsSixteenBitsAndWipesTheCode) {
     XError error;
     error.setErrno(70000);
     EXPECT_EQ(error.getErrno(), 4464u);
-
     error.setOrvError(110);
     error.setErrno(2);
     EXPECT_FALSE(error.isOrvTimeout());
     EXPECT_EQ(error.getOrvError(), 0u);
-    EXPECT_EQ(error.getErrno(), 2u);
     EXPECT_EQ(error.bitFlags().flags(), 2u);
 }
 
 TEST(XError, ErrnoTextIsThatOfTheCurrentErrnoNotTheStoredOne) {
     XError error;
     error.setErrno(EACCES);
-    errno = ENOENT;
-    EXPECT_EQ(error.errAsString(), errnoText(ENOENT));
-    errno = EACCES;
-    EXPECT_EQ(error.errAsString(), errnoText(EACCES));
+    for (int number : {ENOENT, EACCES}) {
+        errno = number;
+        EXPECT_EQ(error.errAsString(), QString::fromLocal8Bit(std::strerror(number)) +
+                                           QStringLiteral(", errno:") + QString::number(number));
+    }
 }
 
 TEST(XError, SettersTellTheInfoCallbackWhenEmitIsOn) {
@@ -114,9 +84,7 @@ TEST(XError, SettersTellTheInfoCallbackWhenEmitIsOn) {
     error.bitFlags().setInfoCallBack([&calls](unsigned int oldFlags, unsigned int newFlags) {
         calls.emplace_back(oldFlags, newFlags);
     });
-    error.setErrno(5);
-    EXPECT_TRUE(calls.empty());
-
+    error.setErrno(5); // not told: emit is off
     error.bitFlags().setEmitChanges(true);
     error.setErrno(7);
     error.setOrvError(160);
@@ -134,10 +102,7 @@ TEST(XError, PrintStringErrnoReturnsItsResult) {
 }
 
 TEST(XErrorMap, SecondAddKeepsTheFirstTextAndSaysSo) {
-    testing::internal::CaptureStdout();
-    XErrorMap::addError(100, "other text");
-    std::string out = testing::internal::GetCapturedStdout();
-    EXPECT_EQ(orv::test::withoutSimpleTrailers(out),
+    EXPECT_EQ(orv::test::coutWithoutTrailers([] { XErrorMap::addError(100, "other text"); }),
               "XErrorMap::addError, key already present, key:100\n");
     EXPECT_EQ(XErrorMap::getError(100), "orv,cannot read resource");
 }
@@ -150,24 +115,20 @@ TEST(XErrorMap, AddedCodeIsFoundAndCounted) {
     EXPECT_TRUE(XErrorMap::containsError(4711));
     EXPECT_EQ(XErrorMap::getError(4711), "app,disk full");
     EXPECT_EQ(XErrorMap::size(), before + 1);
-    EXPECT_EQ(XErrorMap::mapErr().count(4711), 1u);
 }
 
-TEST(SystemErrorMessage, NamesErrnoAndItsText) {
+TEST(SystemErrorMessage, NamesErrnoAndItsTextOrTheSocketErrorNumber) {
     errno = ENOENT;
     EXPECT_EQ(orv::get_last_error_message(),
               QStringLiteral("errno:%1 => %2")
                   .arg(ENOENT)
                   .arg(QString::fromLocal8Bit(std::strerror(ENOENT))));
-}
-
-TEST(SystemErrorMessage, SocketErrorIsTheErrnoNumber) {
     errno = 0;
     EXPECT_EQ(orv::getLastErrorMessage(), "ERRNO == 0");
-    errno = ETIMEDOUT;
-    EXPECT_EQ(orv::getLastErrorMessage(), QStringLiteral("WSAGetLastError:%1").arg(ETIMEDOUT));
-    errno = ECONNREFUSED;
-    EXPECT_EQ(orv::getLastErrorMessage(), QStringLiteral("WSAGetLastError:%1").arg(ECONNREFUSED));
+    for (int number : {ETIMEDOUT, ECONNREFUSED}) {
+        errno = number;
+        EXPECT_EQ(orv::getLastErrorMessage(), QStringLiteral("WSAGetLastError:%1").arg(number));
+    }
 }
 
 // The handlers sleep five seconds by design: one run each. Their lines go to stdout,
@@ -196,7 +157,7 @@ void failPointer(char const *buffer) {
 TEST_F(FatalHandlingDeathTest, BoolExpressionPrintsThePlaceWaitsAndExits) {
     std::string const t = orv::test::simpleTrailerPattern;
     std::string const expected = "^" + t + "bool expression failure:\n" + t +
-                                 "base/tests/tools/XError_test\\.cpp\n" + t +
+                                 "[^\n]*base/tests/tools/XError_test\\.cpp\n" + t +
                                  "LINE:" + std::to_string(assertLine) + "\n" + t +
                                  "program will exit in 5 sec\n" + t + "program exit !\n$";
     EXPECT_EXIT(failCondition(1), testing::ExitedWithCode(1), expected);
@@ -205,7 +166,7 @@ TEST_F(FatalHandlingDeathTest, BoolExpressionPrintsThePlaceWaitsAndExits) {
 TEST_F(FatalHandlingDeathTest, NullPointerPrintsTheTestWaitsAndExits) {
     std::string const t = orv::test::simpleTrailerPattern;
     std::string const expected =
-        "^" + t + "nullptr:buffer == NULL\n" + t + "base/tests/tools/XError_test\\.cpp\n" + t +
-        "LINE:" + std::to_string(assertPtrLine) + "\n" + t + "program will exit in 5 sec\n$";
+        "^" + t + "nullptr:buffer == NULL\n" + t + "[^\n]*base/tests/tools/XError_test\\.cpp\n" +
+        t + "LINE:" + std::to_string(assertPtrLine) + "\n" + t + "program will exit in 5 sec\n$";
     EXPECT_EXIT(failPointer(nullptr), testing::ExitedWithCode(1), expected);
 }
