@@ -17,11 +17,11 @@ namespace orv {
 
 template <typename... Args>
 void ppLog(unsigned int level, unsigned int space, char const *format, Args const &...args) {
-    Logger::log(new LogMessageString(format, args...), level, space);
+    Logger::log(LogMessageString::create(format, args...), level, space);
 }
 
 inline void ppLog(unsigned int level, unsigned int space, QString const &text) {
-    Logger::log(new LogMessageString(text), level, space);
+    Logger::log(LogMessageString::create(text), level, space);
 }
 
 // The indented form takes any integer, so that a literal 0 doesn't read as a null format.

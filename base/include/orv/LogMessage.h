@@ -72,6 +72,11 @@ public:
 protected:
     // A copy is an assign: the attachment moves to the copy, as it has one owner.
     LogMessage(LogMessage const &other);
+    // For a message used again: clearForReuse() makes it blank (DEBUG, number and
+    // space 0, no attachment: one still held is freed), stampNow() gives it the
+    // calling thread and the time, as the constructor does.
+    void clearForReuse();
+    void stampNow();
 
 private:
     unsigned int number = 0;
@@ -93,6 +98,29 @@ public:
     // Both take the other's attachment.
     LogMessageString(LogMessageString const &other) : LogMessage(other), text(other.text) {}
     LogMessageString(LogMessageString &&other) : LogMessage(other), text(std::move(other.text)) {}
+
+    // A message stamped like a new one, with an empty text: taken from the free list
+    // of messages the logger is done with when it has one, else a new one. The
+    // logger owns it once it is logged, as with any message.
+    static LogMessageString *obtain();
+    // obtain() with the `$` formatting of format and args as its text.
+    template <typename... Args>
+    static LogMessageString *create(char const *format, Args const &...args) {
+        LogMessageString *msg = obtain();
+        if (format) {
+            msg->text.reserve(static_cast<int>(std::strlen(format) + 12 * sizeof...(args)));
+            format::formatInto(msg->text, format, args...);
+        }
+        return msg;
+    }
+    static LogMessageString *create(QString const &text) {
+        LogMessageString *msg = obtain();
+        msg->text = text;
+        return msg;
+    }
+    // Frees msg, or keeps a plain LogMessageString on the free list for obtain().
+    // For messages nobody else holds: the logger's, once it is done with them.
+    static void recycle(LogMessage *msg);
 
     LogMessage *createCopy() const override;
     // The base size + 10 + two bytes per character.

@@ -36,7 +36,7 @@ void MessageQueue::push(LogMessage *msg, std::atomic<unsigned long long> &counte
         ready.notify_one();
 }
 
-void MessageQueue::takeAll(std::deque<LogMessage *> &batch) {
+void MessageQueue::takeAll(std::vector<LogMessage *> &batch) {
     std::unique_lock<std::mutex> lock(mutex);
     if (messages.empty()) {
         // A short nap before the real wait: under steady logging the next messages
@@ -49,6 +49,8 @@ void MessageQueue::takeAll(std::deque<LogMessage *> &batch) {
         consumerWaiting = true;
         ready.wait(lock);
     }
+    // batch comes back empty: the two vectors trade their storage, and neither
+    // side allocates once both have grown to the usual batch size.
     batch.swap(messages);
 }
 
@@ -119,7 +121,7 @@ void Logger::log(LogMessage *msg, unsigned int level, unsigned int space) {
         nullPointerHandling("Logger", 742, QStringLiteral("msg == NULL"));
     if (!isRunning()) {
         // Nobody would ever read it; freed rather than kept.
-        delete msg;
+        LogMessageString::recycle(msg);
         return;
     }
     msg->setLogLevel(level);
@@ -144,7 +146,7 @@ void Logger::logMessage(LogMessage *msg) {
     // A message that the mask or a stopped logger drops is freed at once: it gets no
     // number, so the numbers in the output have no gaps.
     if ((!msg->isQuitMessage() && !mask.isFlag(msg->getLogLevel())) || !s.running.load()) {
-        delete msg;
+        LogMessageString::recycle(msg);
         return;
     }
     if (!headerQueued.load()) {
@@ -171,12 +173,11 @@ void Logger::logHeaderMessages() {
 
 void Logger::messageLoop() {
     logger::State &s = state();
-    std::deque<LogMessage *> batch;
+    std::vector<LogMessage *> batch;
     for (;;) {
         s.queue.takeAll(batch);
-        while (!batch.empty()) {
-            LogMessage *msg = batch.front();
-            batch.pop_front();
+        for (size_t i = 0; i < batch.size(); ++i) {
+            LogMessage *msg = batch[i];
             if (msg == nullptr) {
                 printToCout("Logger::run - msg == nullptr - uh!");
                 xSleep(3000);
@@ -192,7 +193,7 @@ void Logger::messageLoop() {
             }
             bool const quit = msg->isQuitMessage();
             if (atomicFlagDeleteMessage.load()) {
-                delete msg;
+                LogMessageString::recycle(msg);
             } else {
                 s.kept.push_back(msg);
                 if (s.kept.size() > keptMessagesLimit)
@@ -201,13 +202,14 @@ void Logger::messageLoop() {
             s.queue.done(1);
             if (quit) {
                 // Queued after the quit message: nobody reads them.
-                for (LogMessage *late : batch)
-                    delete late;
-                s.queue.done(batch.size());
+                for (size_t late = i + 1; late < batch.size(); ++late)
+                    LogMessageString::recycle(batch[late]);
+                s.queue.done(batch.size() - i - 1);
                 batch.clear();
                 return;
             }
         }
+        batch.clear();
     }
 }
 

@@ -11,7 +11,6 @@
 
 #include <atomic>
 #include <condition_variable>
-#include <deque>
 #include <mutex>
 #include <vector>
 
@@ -24,15 +23,16 @@ public:
     // Numbers msg from counter and queues it in one step, so that queue order is
     // number order over all threads.
     void push(LogMessage *msg, std::atomic<unsigned long long> &counter);
-    // Waits for at least one message, then moves all queued ones to batch.
-    void takeAll(std::deque<LogMessage *> &batch);
+    // Waits for at least one message, then moves all queued ones to batch, which
+    // must be empty.
+    void takeAll(std::vector<LogMessage *> &batch);
     void done(size_t count) { pending.fetch_sub(count, std::memory_order_acq_rel); }
     bool isIdle() const { return pending.load(std::memory_order_acquire) == 0; }
 
 private:
     std::mutex mutex;
     std::condition_variable ready;
-    std::deque<LogMessage *> messages;
+    std::vector<LogMessage *> messages;
     bool consumerWaiting = false;
     std::atomic<size_t> pending{0};
 };

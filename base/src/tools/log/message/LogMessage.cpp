@@ -28,6 +28,19 @@ LogMessage::LogMessage(unsigned int level)
 
 LogMessage::LogMessage(LogMessage const &other) : time(false) { assign(&other); }
 
+void LogMessage::clearForReuse() {
+    number = 0;
+    space = 0;
+    delete detach();
+    level = DEBUG;
+}
+
+void LogMessage::stampNow() {
+    threadID = callingThreadId();
+    time.fromNow();
+    mainThread = threadID == Logger::getThreadIDMain();
+}
+
 LogMessage::~LogMessage() { delete attachment; }
 
 unsigned long long LogMessage::getSize() const {
