@@ -5,8 +5,8 @@
 #include "orv/GuiThread.h"
 #include "orv/Kernel.h"
 #include "orv/Log.h"
+#include "tools/thread/QtMutexLock.h"
 
-#include <QtCore/QMutexLocker>
 #include <QtCore/QTimer>
 
 #include <algorithm>
@@ -81,7 +81,7 @@ void Kernel::runInGui(std::function<void()> f, quint64 msWait) {
         return;
     }
     // msWait is dropped here: the work runs at the next turn of the main loop.
-    QMutexLocker lock(&mutexRunner);
+    QtMutexLock lock(&mutexRunner);
     auto *event = new XLambda_GUI_Event(std::move(f));
     KernelEvents::publish();
     QCoreApplication::postEvent(QCoreApplication::instance(), event, Qt::NormalEventPriority);

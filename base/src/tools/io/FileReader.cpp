@@ -5,9 +5,9 @@
 #include "orv/OrvTime.h"
 #include "orv/XError.h"
 #include "tools/platform/OrvPlatform.h"
+#include "tools/thread/QtMutexLock.h"
 
 #include <QtCore/QFile>
-#include <QtCore/QMutexLocker>
 
 #include <cerrno>
 #include <memory>
@@ -65,7 +65,7 @@ FileReader::FileReader(char const *fileName) {
 }
 
 bool FileReader::open(QString const &name) {
-    QMutexLocker lock(&mutex);
+    QtMutexLock lock(&mutex);
     closeStream();
     eof = false;
     fileName = name;
@@ -87,7 +87,7 @@ bool FileReader::open(char const *pFileName) {
 }
 
 QString FileReader::toString() const {
-    QMutexLocker lock(&mutex);
+    QtMutexLock lock(&mutex);
     if (!fp)
         return fileName + QStringLiteral(", not open reading");
     return fileName + QStringLiteral(", open") + QStringLiteral(", readPos:") +
@@ -95,12 +95,12 @@ QString FileReader::toString() const {
 }
 
 quint64 FileReader::readBytes(char *values, quint64 n) {
-    QMutexLocker lock(&mutex);
+    QtMutexLock lock(&mutex);
     return readTheArray(fileName, fp, values, n);
 }
 
 bool FileReader::seek(qint64 pos) {
-    QMutexLocker lock(&mutex);
+    QtMutexLock lock(&mutex);
     ORV_ASSERT_PTR(fp);
     ppDebug("FileReader::seek, posMemory:$", pos);
     if (!platform::seek64(fp, pos)) {
@@ -138,7 +138,7 @@ QString FileReader::readString() {
 }
 
 QString FileReader::readAsciiLine(unsigned int maxLen) {
-    QMutexLocker lock(&mutex);
+    QtMutexLock lock(&mutex);
     if (!fp) {
         ppError("FileReader::readAsciiLine - file not open");
         return QString();

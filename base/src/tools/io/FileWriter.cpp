@@ -4,8 +4,7 @@
 #include "orv/Log.h"
 #include "orv/XError.h"
 #include "tools/platform/OrvPlatform.h"
-
-#include <QtCore/QMutexLocker>
+#include "tools/thread/QtMutexLock.h"
 
 #include <cerrno>
 
@@ -17,7 +16,7 @@ FileWriter::FileWriter(QString const &fileName) {
 }
 
 bool FileWriter::open(QString const &name) {
-    QMutexLocker lock(&mutex);
+    QtMutexLock lock(&mutex);
     closeStream();
     fileName = name;
     fp = platform::fopenPath(name, "wb");
@@ -29,7 +28,7 @@ bool FileWriter::open(QString const &name) {
 }
 
 void FileWriter::write(char const *values, quint64 n) {
-    QMutexLocker lock(&mutex);
+    QtMutexLock lock(&mutex);
     ORV_ASSERT_PTR(fp);
     ORV_ASSERT_PTR(values);
     // fwrite gives 0 for 0 bytes too; writing nothing is not a failure.

@@ -3,26 +3,25 @@
 
 #include "orv/XError.h"
 #include "tools/platform/OrvPlatform.h"
-
-#include <QtCore/QMutexLocker>
+#include "tools/thread/QtMutexLock.h"
 
 namespace orv {
 
 XAbstractFile::~XAbstractFile() { closeStream(); }
 
 bool XAbstractFile::isOpen() const {
-    QMutexLocker lock(&mutex);
+    QtMutexLock lock(&mutex);
     return fp != nullptr;
 }
 
 qint64 XAbstractFile::tell() {
-    QMutexLocker lock(&mutex);
+    QtMutexLock lock(&mutex);
     ORV_ASSERT_PTR(fp);
     return platform::tell64(fp);
 }
 
 void XAbstractFile::close() {
-    QMutexLocker lock(&mutex);
+    QtMutexLock lock(&mutex);
     closeStream();
 }
 

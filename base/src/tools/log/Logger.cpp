@@ -8,6 +8,7 @@
 #include "orv/XScheduler.h"
 #include "tools/log/LoggerState.h"
 #include "tools/platform/OrvPlatform.h"
+#include "tools/thread/QtMutexLock.h"
 
 #include <QtCore/QByteArray>
 
@@ -150,7 +151,7 @@ void Logger::logMessage(LogMessage *msg) {
         return;
     }
     if (!headerQueued.load()) {
-        QMutexLocker lock(&s.loggerMutex);
+        QtMutexLock lock(&s.loggerMutex);
         if (!headerQueued.load()) {
             atomicInitialized.store(true);
             logHeaderMessages();

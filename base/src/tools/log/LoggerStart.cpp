@@ -10,6 +10,7 @@
 #include "orv/OrvVersion.h"
 #include "orv/XScheduler.h"
 #include "tools/log/LoggerState.h"
+#include "tools/thread/QtMutexLock.h"
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QThread>
@@ -79,7 +80,7 @@ void LogHeaderInfos::addLogMessage(LogMessageString *msg) { messages.append(msg)
 void Logger::addHeaderString(QString const &text) {
     Logger &logger = getLogger();
     // The first accepted message reads the list under this mutex.
-    QMutexLocker lock(&state().loggerMutex);
+    QtMutexLock lock(&state().loggerMutex);
     logger.header.addString(text);
 }
 

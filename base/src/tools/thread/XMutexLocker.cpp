@@ -3,18 +3,22 @@
 
 #include "orv/Logger.h"
 
-#include <QtCore/QMutex>
+#include "tools/thread/QtMutexLock.h"
 
 namespace orv {
 
 XMutexLocker::XMutexLocker(QMutex *mutex) : mutex(isMainThread() ? nullptr : mutex) {
-    if (this->mutex)
+    if (this->mutex) {
         this->mutex->lock();
+        raceChecker::acquired(this->mutex);
+    }
 }
 
 XMutexLocker::~XMutexLocker() {
-    if (mutex)
+    if (mutex) {
+        raceChecker::releasing(mutex);
         mutex->unlock();
+    }
 }
 
 } // namespace orv
