@@ -53,6 +53,11 @@ public:
     static quint64 countCharsOf(QByteArray const &ar, char c);
     // n bytes running A to Z and round again.
     static QByteArray createQByteArrayABC(quint64 n);
+    // n - 1 bytes from [low, high] and a zero byte, from the library's shared generator:
+    // reproducible per run; calls from several threads take turns.
+    static QByteArray randQByteArray(quint64 n, unsigned int low, unsigned int high);
+    static void randomfillQByteArray(QByteArray &ar, quint64 n, unsigned int low,
+                                     unsigned int high);
 
     // "[<total>] = " and, as asked, "{text} ", "HEX{hex} ", "MD5{digest of all} ".
     // Past head + tail bytes only head and tail are shown, with " .. " between.

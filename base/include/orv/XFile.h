@@ -194,6 +194,10 @@ public:
     // A null pData or a file not open is fatal. False also when nothing was written.
     bool write_cstring(char const *pData);
 
+    // count lines of len capital letters from a freshly seeded generator, each after
+    // its number ("%06d" from 1) and a blank if numbered. False once a write fails.
+    bool write_random_line(unsigned int len, unsigned int count, bool numbered);
+
     // The writable temporary folder, "/" and name.
     static QString createTmpFileName(QString const &name);
     // The same with a random name of len letters and digits, and ".txt" if txt.

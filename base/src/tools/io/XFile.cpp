@@ -1,6 +1,7 @@
 // XFile.cpp: the UTF-8 text writer and temporary file names.
 #include "orv/XFile.h"
 
+#include "orv/MersenneTwister.h"
 #include "orv/XError.h"
 #include "tools/platform/OrvPlatform.h"
 
@@ -29,6 +30,21 @@ bool XFile::write_cstring(char const *pData) {
     ORV_ASSERT_PTR(pData);
     ORV_ASSERT_PTR(fp);
     return std::fprintf(fp, "%s", pData) != 0;
+}
+
+bool XFile::write_random_line(unsigned int len, unsigned int count, bool numbered) {
+    ORV_ASSERT_PTR(fp);
+    // Room for the letters and the zero: the generator's length limit never cuts.
+    MersenneTwister generator(false, static_cast<quint64>(len) + 2);
+    generator.init_genrand(static_cast<unsigned long>(gRand(1, 0x10000)));
+    for (unsigned int line = 1; line <= count; ++line) {
+        char const *letters = generator.randString(len);
+        int const written = numbered ? std::fprintf(fp, "%06u %s\n", line, letters)
+                                     : std::fprintf(fp, "%s\n", letters);
+        if (written < 0)
+            return false;
+    }
+    return true;
 }
 
 QString XFile::createTmpFileName(QString const &name) {

@@ -8,8 +8,10 @@
 
 #include "orv/Log.h"
 #include "orv/MD5.h"
+#include "orv/MersenneTwister.h"
 
 #include <cstring>
+#include <mutex>
 
 namespace orv {
 
@@ -189,6 +191,22 @@ QByteArray ArrayTools::createQByteArrayABC(quint64 n) {
     for (quint64 i = 0; i < n; ++i)
         out[static_cast<int>(i)] = static_cast<char>('A' + i % 26);
     return out;
+}
+
+namespace {
+std::mutex sharedGeneratorMutex;
+} // namespace
+
+QByteArray ArrayTools::randQByteArray(quint64 n, unsigned int low, unsigned int high) {
+    QByteArray ar;
+    randomfillQByteArray(ar, n, low, high);
+    return ar;
+}
+
+void ArrayTools::randomfillQByteArray(QByteArray &ar, quint64 n, unsigned int low,
+                                      unsigned int high) {
+    std::lock_guard<std::mutex> lock(sharedGeneratorMutex);
+    MersenneTwister::shared().fillQByteArray(ar, n, low, high);
 }
 
 } // namespace orv

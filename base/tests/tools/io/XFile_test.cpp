@@ -35,6 +35,31 @@ TEST(XFile, OtherModesOpenNothing) {
     EXPECT_FALSE(static_cast<bool>(XFile(dir.filePath("no/dir/x.txt"), XFile::WRITE)));
 }
 
+TEST(XFile, RandomLinesAreCapitalsNumberedFromOne) {
+    QTemporaryDir dir;
+    for (bool numbered : {true, false}) {
+        QString const name = dir.filePath(numbered ? "numbered.txt" : "plain.txt");
+        {
+            XFile file(name, XFile::WRITE);
+            EXPECT_TRUE(file.write_random_line(12, 3, numbered));
+        }
+        QFile back(name);
+        ASSERT_TRUE(back.open(QIODevice::ReadOnly));
+        QList<QByteArray> lines = back.readAll().split('\n');
+        ASSERT_EQ(lines.size(), 4);
+        EXPECT_TRUE(lines.takeLast().isEmpty()); // every line ends in LF
+        for (int i = 0; i < lines.size(); ++i) {
+            QByteArray const prefix =
+                numbered ? QByteArray::number(i + 1).rightJustified(6, '0') + ' ' : "";
+            ASSERT_TRUE(lines[i].startsWith(prefix)) << lines[i].constData();
+            QByteArray const letters = lines[i].mid(prefix.size());
+            EXPECT_EQ(letters.size(), 12);
+            for (char c : letters)
+                EXPECT_TRUE(c >= 'A' && c <= 'Z') << lines[i].constData();
+        }
+    }
+}
+
 TEST(XFile, TemporaryNamesLieInTheTempFolder) {
     QString const tmp = QStandardPaths::writableLocation(QStandardPaths::TempLocation);
     EXPECT_EQ(XFile::createTmpFileName("a.log"), tmp + "/a.log");

@@ -116,6 +116,19 @@ TEST(ArrayTools, ChecksumCountAndAlphabetHelpers) {
     EXPECT_EQ(ArrayTools::createQByteArrayABC(28), "ABCDEFGHIJKLMNOPQRSTUVWXYZAB");
 }
 
+TEST(ArrayTools, RandomArraysHoldTheRangeAndAClosingZero) {
+    QByteArray filled("old content");
+    ArrayTools::randomfillQByteArray(filled, 500, '0', '9');
+    QByteArray const made = ArrayTools::randQByteArray(500, '0', '9');
+    for (QByteArray const &ar : {filled, made}) {
+        ASSERT_EQ(ar.size(), 500);
+        EXPECT_EQ(ar.back(), '\0');
+        for (char c : ar.chopped(1))
+            ASSERT_TRUE(c >= '0' && c <= '9') << int(c);
+    }
+    EXPECT_NE(filled, made); // the shared generator moves on
+}
+
 TEST(ArrayTools, RemoveTakesTheRangeOrOnlyOneByteWhenItRunsPastTheEnd) {
     std::tuple<unsigned int, unsigned int, QByteArray, QByteArray, bool> const rows[] = {
         {0, 2, "ab", "cde", true},   {3, 2, "de", "abc", true},
