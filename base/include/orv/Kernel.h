@@ -22,6 +22,8 @@
 
 namespace orv {
 
+class XMem;
+
 // What a test was started with: program, command and the --key value items.
 struct ORV_EXPORT StartTestParameter {
     QString program;
@@ -90,6 +92,11 @@ public:
     // loop, msWait dropped; the caller doesn't wait, and with no application object
     // the work is lost.
     static void runInGui(std::function<void()> f, quint64 msWait);
+
+    // On the GUI thread f takes mem at once; from any other thread mem moves into an
+    // event posted to the application object and f takes it at the next turn of its
+    // loop. With no application object the block is lost with the event.
+    static void move_mem_to_main_thread(XMem &&mem, std::function<void(XMem &&)> f);
 
     // Runs a kernel event inside the notification; true whatever the event.
     bool filterOrvEvents(QObject *receiver, QEvent *event);

@@ -40,6 +40,11 @@ public:
     static void publish() { handedOver.fetch_add(1, std::memory_order_release); }
     static void received() { handedOver.load(std::memory_order_acquire); }
 
+protected:
+    // The log lines of OrvKernelEvent, the same for every kind of data.
+    static void logDataFunctionMissing();
+    static void logDataDelivered();
+
 private:
     static std::atomic<quint64> handedOver;
 };
@@ -55,6 +60,28 @@ public:
     std::function<void()> functionGUI;
     // Nothing sets it yet: the work runs at once.
     quint64 msWait = 0;
+};
+
+// Event type 9000: data handed to the GUI thread by move, with the function that
+// takes it there. The event owns the data on the way; nothing is copied.
+template <typename T> class OrvKernelEvent : public KernelEvents {
+public:
+    OrvKernelEvent(T &&data, std::function<void(T &&)> f)
+        : KernelEvents(EV_TYPE_GENERIC), data(std::move(data)), fuData(std::move(f)) {}
+
+    // An empty function is logged at ERROR and the data dropped with the event.
+    void runMethod() override {
+        if (!fuData) {
+            logDataFunctionMissing();
+            return;
+        }
+        fuData(std::move(data));
+        if (isDebug())
+            logDataDelivered();
+    }
+
+    T data;
+    std::function<void(T &&)> fuData;
 };
 
 } // namespace orv

@@ -5,6 +5,8 @@
 #include "orv/GuiThread.h"
 #include "orv/Kernel.h"
 #include "orv/Log.h"
+#include "orv/XMem.h"
+#include "orv/XThread.h"
 #include "tools/thread/QtMutexLock.h"
 
 #include <QtCore/QTimer>
@@ -20,6 +22,14 @@ namespace {
 void singleShot(quint64 ms, std::function<void()> f) {
     QTimer::singleShot(static_cast<int>(std::min<quint64>(ms, INT_MAX)),
                        ms >= 2000 ? Qt::CoarseTimer : Qt::PreciseTimer, std::move(f));
+}
+
+// One receiver, one priority, one lock: events are delivered in the order their
+// posters took the lock.
+void postToApplication(KernelEvents *event) {
+    QtMutexLock lock(&Kernel::mutexRunner);
+    KernelEvents::publish();
+    QCoreApplication::postEvent(QCoreApplication::instance(), event, Qt::NormalEventPriority);
 }
 
 } // namespace
@@ -46,6 +56,12 @@ bool KernelEvents::is_event_lambda(QEvent const *event) {
 void KernelEvents::setDebug(bool on) { atomicFlagDebug.store(on); }
 
 bool KernelEvents::isDebug() { return atomicFlagDebug.load(); }
+
+void KernelEvents::logDataFunctionMissing() {
+    ppError("OrvKernelEvent::runMethod, fuData == nullptr");
+}
+
+void KernelEvents::logDataDelivered() { ppDebug("OrvKernelEvent::~runMethod"); }
 
 XLambda_GUI_Event::XLambda_GUI_Event(std::function<void()> f)
     : KernelEvents(EV_TYPE_LAMBDA), functionGUI(std::move(f)) {
@@ -81,10 +97,23 @@ void Kernel::runInGui(std::function<void()> f, quint64 msWait) {
         return;
     }
     // msWait is dropped here: the work runs at the next turn of the main loop.
-    QtMutexLock lock(&mutexRunner);
-    auto *event = new XLambda_GUI_Event(std::move(f));
-    KernelEvents::publish();
-    QCoreApplication::postEvent(QCoreApplication::instance(), event, Qt::NormalEventPriority);
+    postToApplication(new XLambda_GUI_Event(std::move(f)));
+}
+
+void Kernel::move_mem_to_main_thread(XMem &&mem, std::function<void(XMem &&)> f) {
+    ppDebug("Kernel::move_mem_to_main_thread**************+");
+    ppDebug("Kernel::move_mem_to_main_thread**************+*");
+    ppDebug("Kernel::move_mem_to_main_thread**************+**");
+    bool const debug = KernelEvents::isDebug();
+    if (qt::is_Gui_Thread()) {
+        if (debug)
+            ppDebug("Kernel::move_mem_to_main_thread - GUI thread");
+        f(std::move(mem));
+        return;
+    }
+    if (debug)
+        ppDebug("Kernel::move_mem_to_main_thread - OTHER thread:$", getCurrentThreadID());
+    postToApplication(new OrvKernelEvent<XMem>(std::move(mem), std::move(f)));
 }
 
 bool Kernel::filterOrvEvents(QObject *, QEvent *event) {

@@ -2,6 +2,7 @@
 // kernel takes from its arguments; the test main's application is a KernelTerminal.
 #include "orv/Kernel.h"
 #include "orv/Log.h"
+#include "orv/XMem.h"
 #include "orv/XThread.h"
 
 #include "support/CapturingAppender.h"
@@ -132,6 +133,44 @@ TEST(KernelEvents, EmptyFunctionIsLoggedAndDebugTracesTheDelivery) {
         {0, "XLamdaGUIEvent::~runMethod"},
     };
     EXPECT_EQ(lines, expected);
+}
+
+TEST(Kernel, MovedBlocksReachTheMainThreadWithoutACopy) {
+    test::CapturingAppender &log = test::startCapturingLogger();
+    unsigned int const mainId = getCurrentThreadID();
+    // On the GUI thread the function takes the block before the call returns.
+    XMem here("on the gui thread");
+    char const *hereBytes = here.mem();
+    char const *took = nullptr;
+    Kernel::move_mem_to_main_thread(std::move(here), [&](XMem &&got) { took = got.mem(); });
+    EXPECT_EQ(took, hereBytes);
+
+    // From a worker the event owns the block until the main loop turns.
+    Kernel::set_debug_kernel_events(true);
+    char const *sentBytes = nullptr;
+    unsigned int workerId = 0, ranOn = 0;
+    XMem arrived;
+    std::thread([&] {
+        workerId = getCurrentThreadID();
+        // Delivered in posting order: the empty function's event is done first.
+        Kernel::move_mem_to_main_thread(XMem("dropped"), nullptr);
+        XMem block("from a worker");
+        sentBytes = block.mem();
+        Kernel::move_mem_to_main_thread(std::move(block), [&](XMem &&got) {
+            ranOn = getCurrentThreadID();
+            arrived = std::move(got);
+        });
+    }).join();
+    EXPECT_EQ(ranOn, 0u);
+    ASSERT_TRUE(test::pumpEventsUntil([&] { return ranOn != 0; }, 30000));
+    Kernel::set_debug_kernel_events(false);
+    EXPECT_EQ(ranOn, mainId);
+    EXPECT_EQ(arrived.mem(), sentBytes);
+    EXPECT_STREQ(arrived.mem(), "from a worker");
+    EXPECT_TRUE(log.waitForText(
+        QStringLiteral("Kernel::move_mem_to_main_thread - OTHER thread:%1").arg(workerId)));
+    EXPECT_TRUE(log.waitForText("OrvKernelEvent::~runMethod"));
+    EXPECT_TRUE(log.waitForText("OrvKernelEvent::runMethod, fuData == nullptr"));
 }
 
 struct TestKernel : Kernel {
