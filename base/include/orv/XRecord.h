@@ -12,6 +12,7 @@
 
 #include "orv/OrvGlobal.h"
 #include "orv/Res.h"
+#include "orv/StringEnum.h"
 
 #include <QtCore/QMargins>
 #include <QtCore/QPoint>
@@ -186,6 +187,9 @@ struct ORV_EXPORT XRecord : AbstractXRecord {
     void setBase64String(QString const &key, QString const &text);
     // Stores the decoded text, plain.
     void setString64(QString const &key, String64 const &text);
+    // A copy of def when absent, or with a value of fewer than two comma tokens (a warning).
+    StringEnum getStringEnum(QString const &key, StringEnum const &def) const;
+    void setStringEnum(QString const &key, StringEnum const &value);
 
     // The attribute "name"; an empty one counts as no name.
     void setName(QString const &name) override { setString(QStringLiteral("name"), name); }

@@ -119,4 +119,19 @@ void XRecord::setString64(QString const &key, String64 const &text) {
     setString(key, text.toString());
 }
 
+StringEnum XRecord::getStringEnum(QString const &key, StringEnum const &def) const {
+    if (!hasAttribute(key))
+        return def;
+    QString const value = getString(key, QString());
+    if (value.split(QLatin1Char(',')).size() < 2) {
+        ppWarning("XRecord::getStringEnum, key:$, value:'$' ?", key, value);
+        return def;
+    }
+    return StringEnum(value);
+}
+
+void XRecord::setStringEnum(QString const &key, StringEnum const &value) {
+    setString(key, value.toString());
+}
+
 } // namespace orv
