@@ -18,6 +18,9 @@ namespace orv {
 // The suffix, lower-cased on request; empty for names shorter than 2 characters.
 ORV_EXPORT QString getFileExtension(QString const &name, bool lower);
 ORV_EXPORT QString getFileExtension(QFileInfo const &fileInfo, bool lower);
+// Whether Qt's image reader reads files with this extension as it comes (bmp, gif, ico,
+// jpeg/jpg, png, the portable any-maps, svg, xbm, xpm), ignoring case on request.
+ORV_EXPORT bool is_qt_image_ext(QString const &ext, bool ignoreCase);
 ORV_EXPORT QString getPureFilename(QString const &path);
 // The text before the last `/` or `\` within the first 2047 characters; "" without one.
 ORV_EXPORT QString getDirPath(QString const &path);

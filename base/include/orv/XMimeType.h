@@ -6,6 +6,7 @@
 //   orv::XMimeType::fromString("text/plain; charset=utf-8").parameter().getString("charset", "");
 #pragma once
 
+#include "orv/FileHelpers.h"
 #include "orv/OrvGlobal.h"
 #include "orv/XRecord.h"
 
@@ -68,6 +69,8 @@ public:
     bool isSubType_xorv() const { return isSubType(QStringLiteral("x-orv")); }
     bool isAudioMP3() const { return isAudio() && isSubType_mpeg(); }
     bool isDefault() const { return *this == mtDefault; }
+    // By the first extension of the type: whether Qt can read such files as images.
+    bool isQtImage() const { return is_qt_image_ext(getFileExtension(), true); }
     // The library's own tree files: application/x-orv.
     bool isOrvMime() const { return isApplication() && isSubType_xorv(); }
     void setOrvMime();

@@ -32,6 +32,16 @@ QString getFileExtension(QString const &name, bool lower) {
     return getFileExtension(QFileInfo(name), lower);
 }
 
+bool is_qt_image_ext(QString const &ext, bool ignoreCase) {
+    static char const *const extensions[] = {"bmp", "gif", "ico", "jpeg", "jpg", "pbm",
+                                             "pgm", "png", "ppm", "svg",  "xbm", "xpm"};
+    QString const wanted = ignoreCase ? ext.toLower() : ext;
+    for (char const *known : extensions)
+        if (wanted == QLatin1String(known))
+            return true;
+    return false;
+}
+
 QString getFileExtension(QFileInfo const &fileInfo, bool lower) {
     if (fileInfo.filePath().size() < 2)
         return QString();

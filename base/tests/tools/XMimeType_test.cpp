@@ -47,6 +47,17 @@ TEST(XMimeType, EveryExtensionGivesItsTypeAndTheTypeGivesItBack) {
     }
 }
 
+TEST(XMimeType, QtImagesAreTheImageTypesQtReadsAsItComes) {
+    for (char const *mime :
+         {"image/jpeg", "image/png", "image/gif", "image/bmp", "image/x-icon", "image/svg+xml"})
+        EXPECT_TRUE(XMimeType::fromString(mime).isQtImage()) << mime;
+    for (char const *mime : {"video/mp4", "text/plain", "application/octet-stream", "image/tiff"})
+        EXPECT_FALSE(XMimeType::fromString(mime).isQtImage()) << mime;
+    EXPECT_TRUE(orv::is_qt_image_ext("PNG", true));
+    EXPECT_FALSE(orv::is_qt_image_ext("PNG", false));
+    EXPECT_FALSE(orv::is_qt_image_ext("", true));
+}
+
 TEST(XMimeType, JamIsAudioOneWayAndTextTheOther) {
     EXPECT_EQ(XMimeType::fromFileExtension("jam").toString(), QString("audio/x-jam"));
     EXPECT_TRUE(XMimeType(QString("audio"), QString("x-jam")).getFileExtensions().empty());
