@@ -1,0 +1,282 @@
+// XLineGenerator_test.cpp: lines against the draws of a second generator on the same
+// seed, character ranges per language, word and sentence delimiters, the tables,
+// refused parameters, and the log view of a list of lines.
+#include "orv/XLineGenerator.h"
+
+#include "support/CapturingAppender.h"
+#include "support/QtPrinters.h"
+
+#include <gtest/gtest.h>
+
+using namespace orv;
+using Params = XLineGenerator::Params;
+
+namespace {
+
+Params params(unsigned int lineLen, unsigned int wordLen, bool sequence, int language = 0,
+              WORD_DELIMITER::WordDelim delim = WORD_DELIMITER::SPACE_ONLY,
+              SENTENCE_ENDING::SE ending = SENTENCE_ENDING::ASCII) {
+    Params p;
+    p.lineLen = lineLen;
+    p.wordLen = wordLen;
+    p.sequence = sequence;
+    p.language = language;
+    p.wordDelimiter = delim;
+    p.sentenceEnding = ending;
+    return p;
+}
+
+// The line as the raw 31-bit draws of a generator on the same seed spell it out.
+QString expectedLine(MersenneTwister const &raw, Params const &p, ushort lo, ushort hi) {
+    QString const delims = XLineGenerator::getWordDelimiter(p.wordDelimiter).toString();
+    QString const ends = XLineGenerator::getSentenceEnding(p.sentenceEnding).toString();
+    int const len = static_cast<int>(p.lineLen);
+    auto wordEnd = [&] { return raw.nextInt() % (static_cast<int>(p.wordLen) - 1) + 2; };
+    int end = p.wordLen != 0 ? wordEnd() : 0;
+    int count = 0;
+    ushort next = lo;
+    QString line;
+    for (int i = 0; i < len - 1; ++i, ++count) {
+        if (count == end && i < len - 2) {
+            line += p.sequence ? delims.at(raw.nextInt() % delims.size()) : QChar(' ');
+            end = wordEnd();
+            count = 0;
+        } else if (p.sequence) {
+            line += QChar(next);
+            next = next == hi ? lo : next + 1;
+        } else {
+            line += QChar(lo + raw.nextInt() % (hi - lo + 1));
+        }
+    }
+    return line + ends.at(raw.nextInt() % ends.size());
+}
+
+bool isDelimiter(QChar c, Params const &p) {
+    return p.sequence ? XLineGenerator::getWordDelimiter(p.wordDelimiter).contains(c) : c == ' ';
+}
+
+} // namespace
+
+TEST(XLineGenerator, LinesAreTheDrawsOfTheSameSeedInOrder) {
+    struct Row {
+        Params p;
+        ushort lo, hi;
+    } const rows[] = {
+        {Params(), 'A', 'Z'},
+        {params(120, 7, false, XLineGenerator::GREEK), 0x0391, 0x03C9},
+        {params(200, 4, true, XLineGenerator::CHINESE_SMALL, WORD_DELIMITER::EXT,
+                SENTENCE_ENDING::CHIN),
+         0x4F00, 0x520F},
+        {params(60, 2, false, XLineGenerator::CHINESE_FULL, WORD_DELIMITER::ASCII,
+                SENTENCE_ENDING::EXT),
+         0x4E00, 0x9FFF},
+        {params(30, 0, true, 0, WORD_DELIMITER::CHIN), 'A', 'Z'},
+        {params(1, 5, false), 'A', 'Z'},
+        {params(2, 5, true), 'A', 'Z'},
+        {params(3, 2, false), 'A', 'Z'},
+    };
+    for (auto const &row : rows) {
+        SCOPED_TRACE(row.p.toString().toStdString());
+        XLineGenerator generator(false);
+        MersenneTwister raw(false, 16);
+        for (int line = 0; line < 3; ++line) {
+            QString const got = generator.genLine(row.p);
+            EXPECT_EQ(got.size(), static_cast<int>(row.p.lineLen));
+            EXPECT_EQ(got, expectedLine(raw, row.p, row.lo, row.hi)) << "line " << line;
+        }
+    }
+}
+
+TEST(XLineGenerator, DefaultLineRunsThroughTheAlphabetBetweenBlanks) {
+    XLineGenerator generator(false);
+    QString const line = generator.genLine(Params());
+    ASSERT_EQ(line.size(), 80);
+    EXPECT_TRUE(XLineGenerator::sLineEndingASCII.contains(line.back()));
+    QString letters = line.left(79);
+    letters.remove(' ');
+    ASSERT_GT(letters.size(), 60);
+    for (int i = 0; i < letters.size(); ++i)
+        ASSERT_EQ(letters[i], QChar('A' + i % 26)) << i;
+}
+
+TEST(XLineGenerator, CharactersStayInTheLanguageRange) {
+    struct Row {
+        int language;
+        bool uppercase;
+        ushort lo, hi;
+    } const rows[] = {
+        {XLineGenerator::ASCII, true, 'A', 'Z'},
+        {XLineGenerator::ASCII, false, 'a', 'z'},
+        {XLineGenerator::CHINESE_SMALL, true, 0x4F00, 0x520F},
+        {XLineGenerator::CHINESE_FULL, false, 0x4E00, 0x9FFF},
+        {XLineGenerator::GREEK, false, 0x0391, 0x03C9},
+    };
+    XLineGenerator generator(true);
+    for (auto const &row : rows)
+        for (bool sequence : {false, true}) {
+            Params p = params(2000, 9, sequence, row.language, WORD_DELIMITER::ASCII);
+            p.uppercase = row.uppercase;
+            QString const line = generator.genLine(p);
+            ushort seenLo = 0xFFFF, seenHi = 0;
+            for (QChar c : line.left(line.size() - 1)) {
+                if (isDelimiter(c, p))
+                    continue;
+                ASSERT_TRUE(c.unicode() >= row.lo && c.unicode() <= row.hi)
+                    << p.toString().toStdString() << " char " << c.unicode();
+                seenLo = qMin(seenLo, c.unicode());
+                seenHi = qMax(seenHi, c.unicode());
+            }
+            if (row.hi - row.lo < 100) { // small alphabets are covered end to end
+                EXPECT_EQ(seenLo, row.lo) << p.toString().toStdString();
+                EXPECT_EQ(seenHi, row.hi) << p.toString().toStdString();
+            }
+        }
+}
+
+TEST(XLineGenerator, WordsKeepTheirLengthsAndNoDelimiterTouchesAnother) {
+    XLineGenerator generator(true);
+    for (unsigned int wordLen : {2U, 5U, 12U})
+        for (bool sequence : {false, true}) {
+            Params const p = params(3000, wordLen, sequence, 0, WORD_DELIMITER::EXT);
+            QString const line = generator.genLine(p);
+            ASSERT_FALSE(isDelimiter(line[line.size() - 2], p));
+            std::vector<int> words{0};
+            for (QChar c : line.left(line.size() - 2)) {
+                if (isDelimiter(c, p))
+                    words.push_back(0);
+                else
+                    ++words.back();
+            }
+            words.pop_back(); // the last word is cut by the line's end
+            ASSERT_GT(words.size(), 100U);
+            EXPECT_TRUE(words[0] >= 2 && words[0] <= static_cast<int>(wordLen)) << words[0];
+            for (size_t i = 1; i < words.size(); ++i)
+                ASSERT_TRUE(words[i] >= 1 && words[i] < static_cast<int>(wordLen))
+                    << "wordLen " << wordLen << " word " << i << " of " << words[i];
+        }
+}
+
+TEST(XLineGenerator, WordLenZeroPutsADelimiterAtEverySecondPlace) {
+    XLineGenerator generator(false);
+    QString const line = generator.genLine(params(10, 0, true));
+    EXPECT_EQ(line.left(9), QStringLiteral(" A B C DE"));
+}
+
+TEST(XLineGenerator, DelimitersAndEndingsComeFromTheirTableEntries) {
+    XLineGenerator generator(true);
+    for (auto delim : {WORD_DELIMITER::ASCII, WORD_DELIMITER::CHIN, WORD_DELIMITER::EXT})
+        for (auto ending : {SENTENCE_ENDING::ASCII, SENTENCE_ENDING::CHIN, SENTENCE_ENDING::EXT}) {
+            Params const p = params(40, 3, true, XLineGenerator::GREEK, delim, ending);
+            QStringRef const delims = XLineGenerator::getWordDelimiter(delim);
+            for (QString const &line : generator.genLines(20, p)) {
+                EXPECT_TRUE(XLineGenerator::getSentenceEnding(ending).contains(line.back()));
+                for (QChar c : line.left(39))
+                    ASSERT_TRUE(delims.contains(c) ||
+                                (c.unicode() >= 0x0391 && c.unicode() <= 0x03C9));
+            }
+        }
+}
+
+TEST(XLineGenerator, TablesHoldTheirCharactersWithRepetitions) {
+    std::pair<QStringRef, int> const rows[] = {
+        {XLineGenerator::getWordDelimiter(WORD_DELIMITER::SPACE_ONLY), 1},
+        {XLineGenerator::getWordDelimiter(WORD_DELIMITER::ASCII), 27},
+        {XLineGenerator::getWordDelimiter(WORD_DELIMITER::CHIN), 3},
+        {XLineGenerator::getWordDelimiter(WORD_DELIMITER::EXT), 35},
+        {XLineGenerator::getSentenceEnding(SENTENCE_ENDING::ASCII), 3},
+        {XLineGenerator::getSentenceEnding(SENTENCE_ENDING::CHIN), 4},
+        {XLineGenerator::getSentenceEnding(SENTENCE_ENDING::EXT), 7},
+    };
+    for (auto const &row : rows)
+        EXPECT_EQ(row.first.size(), row.second) << row.first.toString().toStdString();
+    EXPECT_EQ(XLineGenerator::sWordDelimiterASCII.count('/'), 2);
+    EXPECT_EQ(XLineGenerator::sLineEndingExt, QStringLiteral(".!?\uFF0E\u3002\u2026\u2026"));
+    EXPECT_TRUE(XLineGenerator::sWordDelimiterExt.endsWith(
+        QStringLiteral("\uFF0E\u3002\uFF1A\u2026\u2026\u3002\uFF01\uFF1F")));
+    EXPECT_TRUE(XLineGenerator::getWordDelimiter(WORD_DELIMITER::WordDelim(4)).isEmpty());
+    EXPECT_TRUE(XLineGenerator::getSentenceEnding(SENTENCE_ENDING::SE(-1)).isEmpty());
+}
+
+TEST(XLineGenerator, SameSeedGivesTheSameLinesAndRandomizeOthers) {
+    Params const p = params(50, 6, false);
+    XLineGenerator a(false), b(false), randomized(true);
+    std::vector<QString> const lines = a.genLines(4, p);
+    ASSERT_EQ(lines.size(), 4U);
+    EXPECT_EQ(lines, b.genLines(4, p));
+    EXPECT_NE(lines, randomized.genLines(4, p));
+    b.iniRandom();
+    EXPECT_NE(a.genLine(p), b.genLine(p));
+}
+
+TEST(XLineGenerator, RefusedParametersGiveAnEmptyLineAndAnError) {
+    test::CapturingAppender &log = test::startCapturingLogger();
+    Params const rows[] = {
+        params(0, 12, true),
+        params(static_cast<unsigned int>(-1), 12, false),
+        params(12, 1, true),
+        params(12, static_cast<unsigned int>(-5), false),
+        params(12, 12, true, 4),
+        params(12, 12, false, -1),
+        params(12, 12, true, 0, WORD_DELIMITER::WordDelim(9)),
+        params(12, 12, false, 0, WORD_DELIMITER::ASCII, SENTENCE_ENDING::SE(-1)),
+    };
+    XLineGenerator generator(false);
+    for (Params const &p : rows) {
+        SCOPED_TRACE(p.toString().toStdString());
+        EXPECT_TRUE(generator.genLine(p).isEmpty());
+        EXPECT_TRUE(log.waitForText(QStringLiteral("XLineGenerator::genLine, no line for %1 "
+                                                   "wordDelimiter:%2, sentenceEnding:%3")
+                                        .arg(p.toString())
+                                        .arg(p.wordDelimiter)
+                                        .arg(p.sentenceEnding)));
+    }
+    EXPECT_TRUE(generator.randChar(QString()).isNull());
+    EXPECT_TRUE(log.waitForText("XLineGenerator::randChar, no character to choose from"));
+}
+
+TEST(XLineGenerator, ParamsTextNamesFlagsAndLanguage) {
+    EXPECT_EQ(
+        Params().toString(),
+        QStringLiteral("lineLen:80, wordLen:12, uppercase:true, sequence:true, lang:ASCII, "));
+    Params p = params(5, 3, false, XLineGenerator::GREEK);
+    p.uppercase = false;
+    EXPECT_EQ(
+        p.toString(),
+        QStringLiteral("lineLen:5, wordLen:3, uppercase:false, sequence:false, lang:GREEK, "));
+    EXPECT_TRUE(params(5, 3, true, XLineGenerator::CHINESE_SMALL)
+                    .toString()
+                    .endsWith(QStringLiteral("lang:CHINESE_SMALL, ")));
+}
+
+TEST(XLineGenerator, ElidedLineKeepsHeadAndTail) {
+    struct Row {
+        char const *in;
+        unsigned int head, tail;
+        char const *out;
+    } const rows[] = {
+        {"", 2, 2, ""},
+        {"abcdef", 3, 3, "abcdef"},
+        {"abcdefgh", 2, 2, "ab...gh"},
+        {"abcdefgh", 2, 0, "ab..."},
+        {"abcdefgh", 0, 3, "...fgh"},
+    };
+    for (auto const &row : rows)
+        EXPECT_EQ(XLineGenerator::elidedLine(row.in, row.head, row.tail), QString(row.out))
+            << row.in;
+}
+
+TEST(XLineGenerator, ShowLinesLogsHeadGapAndTail) {
+    test::CapturingAppender &log = test::startCapturingLogger();
+    std::vector<QString> const lines = {"first line", "xx", "yy", "ok", "last line!"};
+    XLineGenerator::showLines(4, lines, 1, 2, 3, 2);
+    ASSERT_TRUE(log.waitForText("[4] las...e!   len:10"));
+    std::vector<test::CapturedLine> const shown = log.takenFrom("[0] fir...ne   len:10");
+    ASSERT_EQ(shown.size(), 4U);
+    EXPECT_EQ(shown[1].text, QStringLiteral("... ... ... ... ... ... ... ... ... ... .. ."));
+    EXPECT_EQ(shown[2].text, QStringLiteral("[3] ok"));
+    EXPECT_EQ(shown[0].space, 4U);
+
+    XLineGenerator::showLines({"aa", "bb"}, 1, 1, 5, 5);
+    EXPECT_TRUE(log.waitForText("[1] bb"));
+    EXPECT_EQ(log.takenFrom("[0] aa").size(), 2U);
+}
