@@ -162,21 +162,6 @@ TEST(XLineGenerator, WordLenZeroPutsADelimiterAtEverySecondPlace) {
     EXPECT_EQ(line.left(9), QStringLiteral(" A B C DE"));
 }
 
-TEST(XLineGenerator, DelimitersAndEndingsComeFromTheirTableEntries) {
-    XLineGenerator generator(true);
-    for (auto delim : {WORD_DELIMITER::ASCII, WORD_DELIMITER::CHIN, WORD_DELIMITER::EXT})
-        for (auto ending : {SENTENCE_ENDING::ASCII, SENTENCE_ENDING::CHIN, SENTENCE_ENDING::EXT}) {
-            Params const p = params(40, 3, true, XLineGenerator::GREEK, delim, ending);
-            QStringRef const delims = XLineGenerator::getWordDelimiter(delim);
-            for (QString const &line : generator.genLines(20, p)) {
-                EXPECT_TRUE(XLineGenerator::getSentenceEnding(ending).contains(line.back()));
-                for (QChar c : line.left(39))
-                    ASSERT_TRUE(delims.contains(c) ||
-                                (c.unicode() >= 0x0391 && c.unicode() <= 0x03C9));
-            }
-        }
-}
-
 TEST(XLineGenerator, TablesHoldTheirCharactersWithRepetitions) {
     std::pair<QStringRef, int> const rows[] = {
         {XLineGenerator::getWordDelimiter(WORD_DELIMITER::SPACE_ONLY), 1},
