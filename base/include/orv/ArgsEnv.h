@@ -41,6 +41,8 @@ public:
     // Replaces the process with argv[0] started on argv and envv. Returns only when
     // that failed, after the diagnostics on stdout.
     void restartProgram();
+    // Builds a process object and lets it go again: nothing is started.
+    void startProgram();
     // The vectors at DEBUG; "ArgsEnv is *EMPTY*" when there are none.
     void show(unsigned int space) const;
     void showArgsOnly(unsigned int space) const;

@@ -2,7 +2,9 @@
 // process from it.
 #include "orv/ArgsEnv.h"
 
+#include "orv/Log.h"
 #include "orv/XError.h"
+#include "orv/XProcess.h"
 #include "tools/platform/OrvPlatform.h"
 
 #include <cerrno>
@@ -90,6 +92,11 @@ void ArgsEnv::restartProgram() {
     std::fflush(stdout);
     errno = error;
     std::perror("mist");
+}
+
+void ArgsEnv::startProgram() {
+    ppDebug("ArgsEnv::startProgram");
+    XProcess process;
 }
 
 void ArgsEnv::release() {
