@@ -1,4 +1,5 @@
-// TempFiles.h: test files with given bytes inside a test's own temporary folder.
+// TempFiles.h: test files with given bytes inside a test's own temporary folder, and
+// reading a file back whole.
 #pragma once
 
 #include <QtCore/QByteArray>
@@ -14,6 +15,12 @@ inline QString writeFile(QTemporaryDir const &dir, QString const &name, QByteArr
     if (file.open(QIODevice::WriteOnly))
         file.write(bytes);
     return path;
+}
+
+// The whole file, or "<missing>" when it can't be read.
+inline QByteArray readFile(QString const &path) {
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("<missing>");
 }
 
 } // namespace orv::test

@@ -4,6 +4,8 @@
 #include <QtCore/QFile>
 #include <QtCore/QTemporaryDir>
 
+#include "support/TempFiles.h"
+
 #include <gtest/gtest.h>
 
 #include <cstring>
@@ -14,10 +16,7 @@ using orv::FileWriter;
 
 namespace {
 
-QByteArray contents(QString const &name) {
-    QFile file(name);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("<unreadable>");
-}
+using orv::test::readFile;
 
 } // namespace
 
@@ -36,7 +35,7 @@ TEST(FileWriter, WritesRawValuesInHostOrder) {
         EXPECT_EQ(out.tell(), 12);
         EXPECT_TRUE(out.isOpen());
     }
-    EXPECT_EQ(contents(name), QByteArray("\x01\x00\x00\x00\x03\x02\x01\x00"
+    EXPECT_EQ(readFile(name), QByteArray("\x01\x00\x00\x00\x03\x02\x01\x00"
                                          "ab\xe9\n",
                                          12));
 }
@@ -46,7 +45,7 @@ TEST(FileWriter, OpenEmptiesAnExistingFileAndFailsInAMissingFolder) {
     QString const name = dir.filePath("t.bin");
     ASSERT_TRUE(orv::writeByteArrayToFile("long old contents", name));
     ASSERT_TRUE(orv::writeByteArrayToFile("new", name));
-    EXPECT_EQ(contents(name), "new");
+    EXPECT_EQ(readFile(name), "new");
 
     QString const bad = dir.filePath("no/such/dir/t.bin");
     FileWriter out(bad);

@@ -37,11 +37,6 @@ std::string consoleLine(AppenderConsole &console, LogMessage *msg) {
     return testing::internal::GetCapturedStdout();
 }
 
-QByteArray fileBytes(QString const &path) {
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("<unreadable>");
-}
-
 } // namespace
 
 TEST(AppenderConsole, LineHasTrailerIndentationAndTextInBothModes) {
@@ -118,7 +113,7 @@ TEST(AppenderFile, LineIsLatin1WithoutIndentationAndUnpaddedThread) {
     QByteArray const expected = "[000042] [WARN#] [" +
                                 msg->getTime().getTimeString(368).toLatin1() + "] [" +
                                 QByteArray::number(msg->getThreadID()) + "] caf\xE9\n";
-    EXPECT_EQ(fileBytes(dir.filePath("a.txt")), expected);
+    EXPECT_EQ(test::readFile(dir.filePath("a.txt")), expected);
     // The same text on the console is UTF-8: two bytes for the one character.
     AppenderConsole console(false);
     EXPECT_EQ(consoleLine(console, msg.get()), "    {mem:1}caf\xC3\xA9\n");
@@ -131,7 +126,7 @@ TEST(AppenderFile, MaxLenStopsAfterTheLineThatReachesIt) {
     for (unsigned int i = 0; i < 3; ++i)
         file->append(message(QString("line%1").arg(i), i).get());
     EXPECT_TRUE(file->isFull());
-    QList<QByteArray> const lines = fileBytes(dir.filePath("m.txt")).split('\n');
+    QList<QByteArray> const lines = test::readFile(dir.filePath("m.txt")).split('\n');
     ASSERT_EQ(lines.size(), 2);
     EXPECT_TRUE(lines[0].endsWith("line0"));
 }
@@ -141,7 +136,7 @@ TEST(AppenderFile, CreatesDirectoriesAndTruncatesAnOldFile) {
     QString const old = test::writeFile(dir, "log.txt", "old content\n");
     std::unique_ptr<AppenderFile> file(AppenderFile::createAppenderFile(dir.path(), "log.txt", 0));
     ASSERT_TRUE(file);
-    EXPECT_EQ(fileBytes(old), QByteArray());
+    EXPECT_EQ(test::readFile(old), QByteArray());
 
     std::unique_ptr<AppenderFile> deeper(
         AppenderFile::createAppenderFile(dir.filePath("x/y/z"), "n.txt", 0));

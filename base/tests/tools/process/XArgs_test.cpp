@@ -4,7 +4,7 @@
 
 #include "orv/LogLevel.h"
 #include "support/QtPrinters.h"
-#include "tools/process/LoggedLines.h"
+#include "support/LoggedLines.h"
 
 #include <gtest/gtest.h>
 

@@ -6,7 +6,7 @@
 #include "orv/EnvVariables.h"
 #include "orv/LogLevel.h"
 #include "support/QtPrinters.h"
-#include "tools/process/LoggedLines.h"
+#include "support/LoggedLines.h"
 
 #include <gtest/gtest.h>
 

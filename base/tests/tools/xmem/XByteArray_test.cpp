@@ -19,16 +19,10 @@
 
 using orv::XByteArray;
 using orv::XError;
+using orv::test::readFile;
 using orv::test::writeFile;
 
-namespace {
-
-QByteArray readFile(QString const &path) {
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("<missing>");
-}
-
-} // namespace
+namespace {} // namespace
 
 TEST(XByteArray, ViewsCopiesAndMovesShareTheBytesAndCarryTheErrorWord) {
     char const foreign[] = "abcdef";

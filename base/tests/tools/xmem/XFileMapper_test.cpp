@@ -3,7 +3,7 @@
 #include "orv/Log.h"
 #include "orv/XFileMapper.h"
 
-#include "support/CapturingAppender.h"
+#include "support/LoggedLines.h"
 #include "support/QtPrinters.h"
 
 #include <gtest/gtest.h>
@@ -15,6 +15,7 @@
 
 #include "support/TempFiles.h"
 
+#include <algorithm>
 #include <cstring>
 #include <functional>
 #include <tuple>
@@ -28,19 +29,8 @@ using test::writeFile;
 
 // Whether action logged a line with exactly this text.
 bool logs(QString const &text, std::function<void()> const &action) {
-    static int round = 0;
-    test::CapturingAppender &log = test::startCapturingLogger();
-    QString const begin = QStringLiteral("XFileMapper_test begin %1").arg(++round);
-    QString const end = QStringLiteral("XFileMapper_test end %1").arg(round);
-    ppInfo(begin);
-    action();
-    ppInfo(end);
-    if (!log.waitForText(end))
-        return false;
-    for (test::CapturedLine const &line : log.takenFrom(begin))
-        if (line.text == text)
-            return true;
-    return false;
+    std::vector<QString> const lines = test::linesLoggedBy(action);
+    return std::find(lines.begin(), lines.end(), text) != lines.end();
 }
 
 // Resident memory of this process in KiB, from the kernel's status file.

@@ -19,6 +19,7 @@
 
 using orv::XError;
 using orv::XMem;
+using orv::test::readFile;
 using orv::test::writeFile;
 
 namespace {
@@ -46,11 +47,6 @@ QStringList consoleLines(std::string const &out) {
     for (QString &line : lines)
         line.remove(QRegularExpression(QStringLiteral("^(<[^>]*> )*")));
     return lines;
-}
-
-QByteArray readFile(QString const &path) {
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("<missing>");
 }
 
 } // namespace
