@@ -7,7 +7,8 @@
 #include "orv/StringFormat.h"
 #include "orv/XError.h"
 #include "orv/XStringStream.h"
-#include <QtCore/QMutexLocker>
+#include "tools/thread/QtMutexLock.h"
+
 #include <QtCore/QStringList>
 
 namespace orv {
@@ -32,13 +33,13 @@ XTimeSlot_Impl &XTimeSlot_Impl::operator=(XTimeSlot_Impl const &other) {
     QString begin, end;
     SLOT::SLOT_TYPE type;
     {
-        QMutexLocker lock(&other.mutex);
+        QtMutexLock lock(&other.mutex);
         begin = other.message;
         end = other.messageEndText;
         type = other.slotType;
     }
     {
-        QMutexLocker lock(&mutex);
+        QtMutexLock lock(&mutex);
         message = begin;
         messageEndText = end;
         slotType = type;
@@ -76,13 +77,13 @@ void XTimeSlot_Impl::stop() {
 }
 
 void XTimeSlot_Impl::setMessage(QString const &text) {
-    QMutexLocker lock(&mutex);
+    QtMutexLock lock(&mutex);
     message = text;
 }
 
 void XTimeSlot_Impl::setMessageEnd(QString const &text) {
     {
-        QMutexLocker lock(&mutex);
+        QtMutexLock lock(&mutex);
         messageEndText = text;
     }
     if (!flagStopped)
@@ -90,22 +91,22 @@ void XTimeSlot_Impl::setMessageEnd(QString const &text) {
 }
 
 QString XTimeSlot_Impl::messageBegin() const {
-    QMutexLocker lock(&mutex);
+    QtMutexLock lock(&mutex);
     return message;
 }
 
 QString XTimeSlot_Impl::messageEnd() const {
-    QMutexLocker lock(&mutex);
+    QtMutexLock lock(&mutex);
     return messageEndText;
 }
 
 XTimeSlot_Impl::SLOT::SLOT_TYPE XTimeSlot_Impl::getSlotType() const {
-    QMutexLocker lock(&mutex);
+    QtMutexLock lock(&mutex);
     return slotType;
 }
 
 XTimeSlot_Impl *XTimeSlot_Impl::setSlotType(SLOT::SLOT_TYPE type) {
-    QMutexLocker lock(&mutex);
+    QtMutexLock lock(&mutex);
     slotType = type;
     return this;
 }

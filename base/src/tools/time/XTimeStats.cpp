@@ -6,7 +6,7 @@
 #include "orv/XStringStream.h"
 #include "orv/XThread.h"
 
-#include <QtCore/QMutexLocker>
+#include "tools/thread/QtMutexLock.h"
 
 #include <algorithm>
 
@@ -43,7 +43,7 @@ XTimeSlot_Impl *XTimeStats::createSlotImpl() {
     // A thread keeps its id: asking the kernel once per thread spares a system call per slot.
     thread_local unsigned int const thread = getCurrentThreadID();
     {
-        QMutexLocker lock(&mutex);
+        QtMutexLock lock(&mutex);
         // Appending below the reserved capacity never moves the slots handed out.
         if (countSlots != maxSlots) {
             slotTable.emplace_back();
@@ -74,14 +74,14 @@ XTimeSlot XTimeStats::chain_slot(XTimeSlot &previous, QString const &msg) {
 }
 
 void XTimeStats::clear() {
-    QMutexLocker lock(&mutex);
+    QtMutexLock lock(&mutex);
     slotTable.clear();
     slotTable.reserve(maxSlots);
     countSlots = 0;
 }
 
 void XTimeStats::setMaxSlots(unsigned int newMax) {
-    QMutexLocker lock(&mutex);
+    QtMutexLock lock(&mutex);
     slotTable.clear();
     maxSlots = newMax;
     slotTable.reserve(newMax);
@@ -92,7 +92,7 @@ std::vector<XTimeSlot_Impl> XTimeStats::getSortedSlotsCopy(SORT::SORT_TYPE sort,
                                                            bool ascending) const {
     std::vector<XTimeSlot_Impl> copy;
     {
-        QMutexLocker lock(&mutex);
+        QtMutexLock lock(&mutex);
         copy = slotTable;
     }
     auto sortBy = [&copy, ascending](auto key) {
