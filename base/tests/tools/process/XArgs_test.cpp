@@ -3,8 +3,8 @@
 #include "orv/XArgs.h"
 
 #include "orv/LogLevel.h"
-#include "support/QtPrinters.h"
 #include "support/LoggedLines.h"
+#include "support/QtPrinters.h"
 
 #include <gtest/gtest.h>
 

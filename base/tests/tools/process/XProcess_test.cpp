@@ -5,8 +5,8 @@
 #include "orv/ArgsEnv.h"
 #include "orv/EnvVariables.h"
 #include "orv/LogLevel.h"
-#include "support/QtPrinters.h"
 #include "support/LoggedLines.h"
+#include "support/QtPrinters.h"
 
 #include <gtest/gtest.h>
 
