@@ -13,6 +13,7 @@ char const *helpText() {
            " cmdline --line \"cmd --k v\"      parse one command line, show its table\n"
            " format --text \"a $ b\" --args x,y  fill the $ places of a text\n"
            " loginfo [--count N]             log header and N lines at every level\n"
+           " triangulate --file F            triangles and area of a polygon, \"x y\" per line\n"
            "\n"
            "logger options, for every command\n"
            " --logLevel debug|test|info|warn|err\n"
@@ -20,8 +21,9 @@ char const *helpText() {
            " --logTrailler false             console lines without number, time, thread\n"
            " --logRotate (minute | hour | day | month | year)\n"
            "\n"
-           "exit status: 0 success, 1 listing or failure, 4 file not found,\n"
-           "6 argument problem, 9 parsing problem, 20 this help\n";
+           "exit status: 0 success, 1 listing or failure, 3 math problem (bad polygon),\n"
+           "4 file not found, 5 read error, 6 argument problem, 9 parsing problem,\n"
+           "20 this help\n";
 }
 
 } // namespace orvtool
