@@ -34,11 +34,11 @@ QString sample(char const *name) { return QStringLiteral(ORV_SAMPLE_DIR "/") + n
 TEST(OrvProgram, ListingNamesEveryCommandWithItsDescriptionAndGives1) {
     ChildRun const run = runOrv({});
     EXPECT_EQ(run.exitCode, 1);
-    for (char const *command : {"cmdline", "format", "loginfo", "md5"}) {
+    for (char const *command : {"cmdline", "format", "loginfo", "md5", "triangulate"}) {
         QRegularExpression const line(QStringLiteral("\\b%1 \\.+ \\S").arg(command));
         EXPECT_TRUE(run.output.contains(line)) << command << "\n" << run.output.toStdString();
     }
-    EXPECT_TRUE(run.output.contains("basic tests:4"));
+    EXPECT_TRUE(run.output.contains("basic tests:5"));
 }
 
 // Each run gives its status and output lines that hold every text of has and none of lacks.
@@ -77,6 +77,39 @@ TEST(OrvProgram, CommandsGiveTheirResultAndStatus) {
         for (QString const &text : row.lacks)
             EXPECT_FALSE(run.output.contains(text)) << text.toStdString();
     }
+}
+
+// Each polygon file gives its status and a line holding the text.
+TEST(OrvProgram, TriangulateReadsAPolygonFileAndRefusesBadOnes) {
+    QTemporaryDir dir;
+    ASSERT_TRUE(dir.isValid());
+    struct Row {
+        QByteArray content;
+        int exitCode;
+        QString has;
+    } const rows[] = {
+        {"0 0\n4 0\n4 3\n0 3\n", 0, "triangles: 2, area: 12.000000, contour area: 12.000000"},
+        {"0 3\n4 3\n4 0\n0 0\n0 3\n", 0, "triangles: 2, area: 12.000000"}, // closed, clockwise
+        {"0 0\n2 2\n2 0\n0 2\n", 3, "self-intersecting or degenerate: no ear left after 1"},
+        {"", 3, "a polygon needs at least 3 points"},
+        {"0 0\n1 0\nnan 1\n", 9, "line 3: expected two numbers \"x y\", found 'nan 1'"},
+        {QByteArray("0 0\n\xff\x00 1\n", 8), 9, "line 2: expected two numbers"},
+    };
+    int index = 0;
+    for (Row const &row : rows) {
+        QString const path = dir.filePath(QStringLiteral("polygon%1.txt").arg(++index));
+        QFile file(path);
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(row.content);
+        file.close();
+        ChildRun const run = runOrv({"triangulate", "--file", path});
+        SCOPED_TRACE(row.content.toStdString() + "\n" + run.output.toStdString());
+        EXPECT_EQ(run.exitCode, row.exitCode);
+        EXPECT_TRUE(run.output.contains(row.has)) << row.has.toStdString();
+    }
+    EXPECT_EQ(runOrv({"triangulate"}).exitCode, 6);
+    EXPECT_EQ(runOrv({"triangulate", "--file", dir.filePath("missing.txt")}).exitCode, 4);
+    EXPECT_EQ(runOrv({"triangulate", "--file", dir.path()}).exitCode, 4);
 }
 
 TEST(OrvProgram, LogFileHoldsTheHeaderAndTheLines) {
