@@ -16,6 +16,8 @@
 
 #include <QtCore/QString>
 
+#include <type_traits>
+
 namespace orv {
 
 class ORV_EXPORT GPoint {
@@ -153,6 +155,15 @@ public:
     bool containsPointExclude(qint64 px, qint64 py) const;
     bool containsPointExclude(float px, float py) const;
     bool containsPointExclude(double px, double py) const;
+    // Other integer types, which would otherwise be ambiguous between the forms above.
+    template <typename Int, std::enable_if_t<std::is_integral_v<Int>, int> = 0>
+    bool containsPoint(Int px, Int py) const {
+        return containsPoint(qint64(px), qint64(py));
+    }
+    template <typename Int, std::enable_if_t<std::is_integral_v<Int>, int> = 0>
+    bool containsPointExclude(Int px, Int py) const {
+        return containsPointExclude(qint64(px), qint64(py));
+    }
     bool containsLineHorz(qint64 py) const;
     // Both corners of r, (x, y) and (x + width, y + height).
     bool containsRect(GRect const &r) const;
