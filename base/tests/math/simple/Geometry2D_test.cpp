@@ -26,31 +26,22 @@ TEST(Geometry2D, NotDefinedFollowsBothForPointsAndAnyForRectangles) {
     GPoint const halfPoint(MARK, 1);
     EXPECT_FALSE(halfPoint.isDefined());
     EXPECT_FALSE(halfPoint.isNotDefined());
-    EXPECT_TRUE(GPoint::getNotdefined().isNotDefined());
     EXPECT_FALSE(GDimension(1, MARK).isNotDefined());
     GRect const halfRect(1, 2, MARK, 4);
     EXPECT_TRUE(halfRect.isNotDefined());
     EXPECT_FALSE(halfRect.isDefined());
     EXPECT_TRUE(halfRect.isValid());
-    EXPECT_FALSE(GRect::INVALID.isValid());
     EXPECT_TRUE(GLine(1, 2, 3, MARK).isNotDefined());
-    GLine line(1, 2, 3, 4);
-    EXPECT_TRUE(line.isDefined());
-    line.setInvalid();
-    EXPECT_EQ(line, GLine::INVALID);
 }
 
 TEST(Geometry2D, FromStringNeedsTheExactCount) {
     EXPECT_EQ(GPoint::fromString("1,\t2"), GPoint(1, 2));
     EXPECT_EQ(GPoint::fromString(" -7 , 9 "), GPoint(-7, 9));
     EXPECT_TRUE(GPoint::fromString("1 2 3").isNotDefined());
-    EXPECT_TRUE(GPoint::fromString("").isNotDefined());
     EXPECT_EQ(GPoint::fromString("1 x"), GPoint(1, MARK)); // no number: the mark
     EXPECT_EQ(GPoint::fromString("8589934592 1"), GPoint(8589934592LL, 1));
-    EXPECT_EQ(GDimension::fromString("640 480"), GDimension(640, 480));
     EXPECT_TRUE(GRect::fromString("1 2 3").isNotDefined());
     EXPECT_EQ(GRect::fromString("1,2,3,4"), GRect(1, 2, 3, 4));
-    EXPECT_EQ(GLine::fromString("1 2 3 4"), GLine(1, 2, 3, 4));
     EXPECT_EQ(GThickness::fromString("1 2 3 4"), GThickness(1, 2, 3, 4));
     EXPECT_TRUE(GThickness::fromString("1 2").isNotDefined());
 }
@@ -122,16 +113,10 @@ TEST(GRect, EdgesSizesAndCentring) {
     EXPECT_EQ(r, GRect(4, 10, 6, 5));
     r.setBottom(0);
     EXPECT_EQ(r, GRect(4, 0, 6, 10));
-    r.shrink(1);
-    EXPECT_EQ(r, GRect(5, 1, 4, 8));
-    EXPECT_EQ(r.getMiddle(), GPoint(7, 5));
-    EXPECT_EQ(r.getBottomRight(), GPoint(9, 9));
+    EXPECT_EQ(GRect(5, 1, 5, 9).getMiddle(), GPoint(7, 5)); // integer division
     GRect inner(0, 0, 3, 3);
     GRect(0, 0, 10, 10).setRect2Middle(inner);
     EXPECT_EQ(inner, GRect(3, 3, 3, 3));
-    EXPECT_TRUE(GRect(0, 0, 1, 1).isNormal());
-    EXPECT_FALSE(GRect(-1, 0, 1, 1).isNormal());
-    EXPECT_FALSE(GRect(0, 0, 0, 1).isNormal());
 }
 
 // Sums past the 64-bit range give the mark; containment is exact at any coordinate.
@@ -152,18 +137,9 @@ TEST(Geometry2D, SixtyFourBitLimitsDoNotWrap) {
     GRect grow(0, 0, MAX64, 1);
     grow.addValues(0, 0, 1, 1);
     EXPECT_TRUE(grow.isNotDefined());
+    EXPECT_EQ(GThickness(MAX64, 0, 1, 0).getHeight(), MARK);
+    EXPECT_EQ(GThickness(1, 2, 3, 4).getWidth(), 6);
     // isInTheNearOf works on the lower 32 bits of each coordinate.
     EXPECT_TRUE(GPoint((1LL << 32) + 5, 0).isInTheNearOf(GPoint(3, 0), 2));
     EXPECT_FALSE(GPoint(5, 0).isInTheNearOf(GPoint(2, 0), 2));
-}
-
-TEST(GThickness, SizesAndZero) {
-    GThickness t;
-    EXPECT_TRUE(t.isZero());
-    t.set(1, 2, 3, 4);
-    EXPECT_EQ(t.getHeight(), 4);
-    EXPECT_EQ(t.getWidth(), 6);
-    t.set(7);
-    EXPECT_EQ(t, GThickness(7, 7, 7, 7));
-    EXPECT_FALSE(t.isZero());
 }
