@@ -34,7 +34,9 @@ BENCHMARK(BM_Plane_IntersectLine);
 
 // No peer: Eigen has no line-line intersection.
 void BM_Line3_IntersectLines(benchmark::State &state) {
-    orv::Line3 const a(position, direction), b(position + orv::Vector3(1, -1, 0), {0, 1, 0});
+    // Lines that meet: skew ones would measure the formatting of the three debug lines.
+    orv::Line3 const a(position, direction),
+        b(position + direction * 2 - orv::Vector3(0, 3, 0), {0, 1, 0});
     orv::Line3 first = a;
     for (auto _ : state) {
         benchmark::DoNotOptimize(first);

@@ -63,10 +63,12 @@ float Line3::getDistance(Vector3 const &p1, Vector3 const &d1, Vector3 const &p2
 }
 
 float Line3::getDistance(Vector3 const &position, Vector3 const &direction, Vector3 const &point) {
-    float const length = ~direction;
-    if (length == 0.0f)
+    float const squared = direction * direction;
+    if (squared == 0.0f)
         return ~(point - position);
-    return ~((point - position) % direction) / length;
+    // One root instead of two: |v x d| / |d| = sqrt(|v x d|^2 / |d|^2).
+    Vector3 const cross = (point - position) % direction;
+    return std::sqrt(cross * cross / squared);
 }
 
 Vector3 Line3::getFootOfPerpendicular(Line3 const &a, Line3 const &b) {
