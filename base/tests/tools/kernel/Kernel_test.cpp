@@ -138,7 +138,6 @@ TEST(KernelEvents, EmptyFunctionIsLoggedAndDebugTracesTheDelivery) {
     QObject receiver;
     QCoreApplication::sendEvent(&receiver, &empty);
     Kernel::set_debug_kernel_events(true);
-    EXPECT_TRUE(Kernel::is_debug_kernel_events());
     bool ran = false;
     std::thread([&] { Kernel::runInGui([&] { ran = true; }, 0); }).join();
     EXPECT_TRUE(test::pumpEventsUntil([&] { return ran; }, 30000));
