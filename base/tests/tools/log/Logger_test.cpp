@@ -441,11 +441,8 @@ TEST(Logger, HeaderOpensTheLogAndRegressionNumbersFromZero) {
     });
 }
 
-#if defined(__SANITIZE_THREAD__) // the thread checker makes each message costly
+// Enough for the threads to interleave in the queue; volume belongs to the benchmark.
 constexpr int messagesPerThread = 5000;
-#else
-constexpr int messagesPerThread = 100000;
-#endif
 
 TEST(Logger, ManyThreadsLoseNothingAndKeepTheirOrder) {
     inFreshProcess([](QStringList &failures) {
@@ -465,7 +462,7 @@ TEST(Logger, ManyThreadsLoseNothingAndKeepTheirOrder) {
         for (std::thread &writer : writers)
             writer.join();
         ppInfo("all-written");
-        CHECK(capture->waitForText("all-written", 600000), "");
+        CHECK(capture->waitForText("all-written", 60000), "");
         Logger::quit();
         CHECK(Logger::isRunning(), "quit leaves the running flag set");
         ppInfo("after-quit");
