@@ -220,6 +220,7 @@ TEST(Kernel, PlaceHolderKeepsTheRealArgumentsArguments) {
         EXPECT_STREQ(Kernel::argv[3], "v");
         EXPECT_EQ(Kernel::argv[4], nullptr);
         EXPECT_EQ(kernel.testName(), "PlaceHolder");
+        EXPECT_EQ(Kernel::theTestName(), "PlaceHolder");
         EXPECT_EQ(kernel.getString("key", ""), "v");
         // The test main's kernel came first and stays the main command line.
         EXPECT_EQ(CommandLine::cmdMain, appKernel);
