@@ -6,6 +6,7 @@
 #include "orv/XError.h"
 #include "tools/platform/OrvPlatform.h"
 #include "tools/thread/QtMutexLock.h"
+#include "tools/xmem/LongBlocks.h"
 
 #include <QtCore/QFile>
 
@@ -147,8 +148,8 @@ QString FileReader::readAsciiLine(unsigned int maxLen) {
     if (eof)
         return QString();
     // Below 3 nothing would be read at all, and a caller looping until the end would
-    // never get there.
-    quint64 const limit = qMax(maxLen, 3u) - 2;
+    // never get there. Above what a QString holds the line comes in pieces too.
+    quint64 const limit = qMin<quint64>(qMax(maxLen, 3u) - 2, xmem::MAX_QSTRING_BYTES);
     // Byte by byte, as fgets with a buffer of maxLen - 1 would read them, but with memory
     // for the line itself rather than for the longest line allowed.
     QByteArray line;
