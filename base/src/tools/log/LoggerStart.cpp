@@ -162,7 +162,12 @@ void Logger::quit() {
     Logger &logger = getLogger();
     logger.logMessage(msg);
     // Nothing is written after the quit message: a rotation would only open empty files.
-    logger.scheduler->stop();
+    // The rotation thread is gone when quit returns, so the program can end at once
+    // (unless quit comes from that very thread, a fatal end inside a rotation).
+    if (getCurrentThreadID() == logger.scheduler->threadID())
+        logger.scheduler->stop();
+    else
+        logger.scheduler->stopJoin();
     // The loop ends once the quit message, and so all that came before it, has been
     // through the appenders: a program ends as soon as its log is out. The bound is
     // for an appender that hangs.
