@@ -48,7 +48,11 @@ TEST(OrvProgram, CommandsGiveTheirResultAndStatus) {
         int exitCode;
         QStringList has, lacks;
     } const rows[] = {
-        {{"md5", "--help"}, 20, {"md5 --file F", "--logTrailler false"}, {}},
+        {{"md5", "--help"},
+         20,
+         {"md5 --file F", "--logTrailler false",
+          "--logRotate (second | minute | hour | day | month | year)"},
+         {}},
         {{"md5", "--HELP"}, 20, {"md5 --file F", "--logTrailler false"}, {}},
         {{"nosuch"}, 1, {"test 'nosuch' not found"}, {}},
         {{"md5", "--file", sample("fox.txt")}, 0, {"37c4b87edffc5d198ff5a185cee7ee09  "}, {}},

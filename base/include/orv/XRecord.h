@@ -178,6 +178,8 @@ struct ORV_EXPORT XRecord : AbstractXRecord {
     void setQByteArray(QString const &key, QByteArray const &bytes);
     // The block as Base64; an empty value gives an empty block.
     XMem get_mem(QString const &key) const;
+    // A block whose Base64 would not fit a QString (about 750 MiB) leaves the key as
+    // it was, with an ERROR line.
     void set_mem(QString const &key, XMem const &block);
     std::vector<QString> get_string_array(QString const &key) const;
     void set_string_array(QString const &key, std::vector<QString> const &texts);

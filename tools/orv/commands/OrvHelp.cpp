@@ -19,7 +19,7 @@ char const *helpText() {
            " --logLevel debug|test|info|warn|err\n"
            " --logDir D --logFile F          also log to the file D/F\n"
            " --logTrailler false             console lines without number, time, thread\n"
-           " --logRotate (minute | hour | day | month | year)\n"
+           " --logRotate (second | minute | hour | day | month | year)\n"
            "\n"
            "exit status: 0 success, 1 listing or failure, 3 math problem (bad polygon),\n"
            "4 file not found, 5 read error, 6 argument problem, 9 parsing problem,\n"
