@@ -78,12 +78,23 @@ bool OrvSaxParser::inspectTypeAttribs(QString const &type,
 
 bool OrvSaxParser::inspectTag(QString const &type, AttributeList const &attributes, int depth) {
     // A second top-level element finds the first root here and becomes its child.
-    while (stackNodes.size() > depth - 1)
+    while (stackNodes.size() > depth - 1) {
         nCurrent = stackNodes.pop();
-    if (!stackNodes.isEmpty())
+        currentDepth = stackDepths.pop();
+    }
+    if (!stackNodes.isEmpty()) {
         nCurrent = stackNodes.top();
+        currentDepth = stackDepths.top();
+    }
     if (type == QLatin1String("INCLUDE"))
         return include(attributes);
+    // A chain of top-level elements would nest without bound; recursive walks of the
+    // tree (freeing it among them) need the same bound as nested tags.
+    int const nodeDepth = nCurrent ? currentDepth + 1 : 0;
+    if (nodeDepth > MAX_DEPTH) {
+        ppDebug("OrvSaxParser::inspectTypeAttribs, tree deeper than $", MAX_DEPTH);
+        return false;
+    }
 
     XNode *node = nodeCreator->create(type);
     if (!node) {
@@ -96,11 +107,13 @@ bool OrvSaxParser::inspectTag(QString const &type, AttributeList const &attribut
         return false;
     }
     stackNodes.push(node);
+    stackDepths.push(nodeDepth);
     if (!nRoot) {
         nRoot = node;
         node->setFile(getFile());
     }
     nCurrent = node;
+    currentDepth = nodeDepth;
     for (auto const &entry : attributes) {
         if (entry.first.isEmpty()) {
             ppError("OrvSaxParser::inspectTypeAttribs, ((($))), key == '' - problems", getFile());

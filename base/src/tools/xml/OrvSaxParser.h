@@ -32,6 +32,10 @@ private:
     XNode *nRoot = nullptr;
     XNode *nCurrent = nullptr;
     QStack<XNode *> stackNodes;
+    // Depths in the tree of the nodes on stackNodes and of nCurrent. They differ from the
+    // tag depths: each further top-level element goes under the previous one.
+    QStack<int> stackDepths;
+    int currentDepth = 0;
     XmlNodeCreator const *nodeCreator;
     XmlNodeCreator const plainCreator;
     XNode_Parse_Control *control;

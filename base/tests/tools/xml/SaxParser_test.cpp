@@ -72,13 +72,17 @@ TEST(SaxParser, ReadsTheDialectRowByRow) {
 
 TEST(SaxParser, BoundsNestingWithAFailureNotAStackOverflow) {
     int const million = 1000000;
-    QString deep = QStringLiteral("<a>").repeated(million) + QStringLiteral("</a>").repeated(million);
+    QString deep =
+        QStringLiteral("<a>").repeated(million) + QStringLiteral("</a>").repeated(million);
     EXPECT_EQ(parsed(deep), nullptr);
     int const limit = orv::AbstractSaxHelper::MAX_DEPTH;
-    QString deepest = QStringLiteral("<a>").repeated(limit) + QStringLiteral("</a>").repeated(limit);
+    QString deepest =
+        QStringLiteral("<a>").repeated(limit) + QStringLiteral("</a>").repeated(limit);
     std::unique_ptr<XNode> root = parsed(deepest);
     ASSERT_NE(root, nullptr);
     EXPECT_EQ(root->sizeRecursive(true), limit);
+    // Each further top-level element goes under the previous one: the same bound holds.
+    EXPECT_EQ(parsed(QStringLiteral("<a/>").repeated(million)), nullptr);
 }
 
 namespace {

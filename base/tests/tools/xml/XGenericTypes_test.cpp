@@ -55,7 +55,8 @@ TEST(XGenericTypes, DescribesTypesWithBoundsAttributesAndDefaults) {
     ASSERT_TRUE(scene.isValid());
     ASSERT_EQ(scene.getChildren().size(), 2u);
     orv::Child const *light = scene.getChildren()[0];
-    EXPECT_EQ(light->toString(), QStringLiteral("theType 'light', countMin:1, countMax:4294967295"));
+    EXPECT_EQ(light->toString(),
+              QStringLiteral("theType 'light', countMin:1, countMax:4294967295"));
     EXPECT_EQ(scene.getChildren()[1]->countMax(), 0xFFFFFFFFu);
     EXPECT_EQ(scene.getChildren()[1]->countMin(), 0u);
     ASSERT_EQ(scene.getAttributes().size(), 3u);

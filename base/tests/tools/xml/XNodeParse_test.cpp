@@ -73,10 +73,10 @@ TEST(XNodeParse, RefusesIncludeLoopsAndNotesBrokenIncludes) {
 
     std::unique_ptr<XNode> p = parseIn(dir, "p.xml", &control);
     EXPECT_EQ(shape(p.get()), QStringLiteral("p(q)"));
-    EXPECT_EQ(control.includeProblems,
-              std::vector<QString>({"include loop: '" + dir.filePath("p.xml") + "' includes itself",
-                                    "include '" + dir.filePath("broken.xml") +
-                                        "' cannot be parsed"}));
+    EXPECT_EQ(
+        control.includeProblems,
+        std::vector<QString>({"include loop: '" + dir.filePath("p.xml") + "' includes itself",
+                              "include '" + dir.filePath("broken.xml") + "' cannot be parsed"}));
 }
 
 TEST(XNodeParse, FailsClearlyOnMissingFilesAndUnresolvedPaths) {
@@ -86,8 +86,8 @@ TEST(XNodeParse, FailsClearlyOnMissingFilesAndUnresolvedPaths) {
         std::vector<QString> errors;
     } const rows[] = {
         {"", {"XNode::parseFile, s.length() == 0 !, no file ?"}},
-        {dir.filePath("none.xml"), {"XNode::parseFile,  file '" + dir.filePath("none.xml") +
-                                    "' does not exist"}},
+        {dir.filePath("none.xml"),
+         {"XNode::parseFile,  file '" + dir.filePath("none.xml") + "' does not exist"}},
         {"$(ORV_XML_NOT_SET)/a.xml", {}},
         {writeFile(dir, "open.xml", "<a><b/>"),
          {"XNode::parseFile,2, cannot parse file '" + dir.filePath("open.xml") + "'"}},
@@ -95,9 +95,9 @@ TEST(XNodeParse, FailsClearlyOnMissingFilesAndUnresolvedPaths) {
     for (Row const &row : rows) {
         SCOPED_TRACE(row.path.toStdString());
         XNode *root = nullptr;
-        EXPECT_EQ(linesLoggedBy([&] { root = XNode::parseFile(row.path, nullptr, nullptr); },
-                                orv::ERROR),
-                  row.errors);
+        EXPECT_EQ(
+            linesLoggedBy([&] { root = XNode::parseFile(row.path, nullptr, nullptr); }, orv::ERROR),
+            row.errors);
         EXPECT_EQ(root, nullptr);
     }
     EXPECT_EQ(XNode::parseFile(QFileInfo(dir.path()), nullptr, nullptr), nullptr);
@@ -145,12 +145,13 @@ TEST(XNodeParse, TransactsAndMergesFiles) {
 }
 
 TEST(XNodeParse, ReportsRisingPercentFromAWorkerAndStopsWhenCancelled) {
-    QString const path =
-        QDir::temp().filePath(QStringLiteral("orv_xml_progress_%1.xml").arg(QCoreApplication::applicationPid()));
+    QString const path = QDir::temp().filePath(
+        QStringLiteral("orv_xml_progress_%1.xml").arg(QCoreApplication::applicationPid()));
     {
         QFile out(path);
         ASSERT_TRUE(out.open(QIODevice::WriteOnly));
-        QByteArray const item = "  <item id=\"1234567\" name=\"element\" flag=\"true\">some text</item>\n";
+        QByteArray const item =
+            "  <item id=\"1234567\" name=\"element\" flag=\"true\">some text</item>\n";
         QByteArray chunk = item.repeated(10000);
         out.write("<root>\n");
         for (qint64 written = 0; written < 50 * 1000 * 1000; written += chunk.size())

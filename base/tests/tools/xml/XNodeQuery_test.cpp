@@ -23,11 +23,21 @@ TEST(XNodeQuery, WalksPathsStepByStep) {
         char const *path;
         XNode *expected;
     } const rows[] = {
-        {root.get(), "a", ax},          {root.get(), "a@y", ay},     {root.get(), "a@y/b", by},
-        {by, "../../c", c},             {by, "..", ay},              {ax, "", ax},
-        {by, "/", root.get()},          {by, "/zzz", root.get()},    {c, "/c", c},
-        {by, "/any/a@y/b", by},         {root.get(), "a@z", nullptr}, {root.get(), "a@b@c", nullptr},
-        {root.get(), "a@", nullptr},    {root.get(), "..", nullptr}, {root.get(), "../..", nullptr},
+        {root.get(), "a", ax},
+        {root.get(), "a@y", ay},
+        {root.get(), "a@y/b", by},
+        {by, "../../c", c},
+        {by, "..", ay},
+        {ax, "", ax},
+        {by, "/", root.get()},
+        {by, "/zzz", root.get()},
+        {c, "/c", c},
+        {by, "/any/a@y/b", by},
+        {root.get(), "a@z", nullptr},
+        {root.get(), "a@b@c", nullptr},
+        {root.get(), "a@", nullptr},
+        {root.get(), "..", nullptr},
+        {root.get(), "../..", nullptr},
     };
     for (Row const &row : rows) {
         SCOPED_TRACE(row.path);

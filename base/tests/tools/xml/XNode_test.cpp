@@ -16,8 +16,8 @@ using orv::test::shape;
 namespace {
 
 std::unique_ptr<XNode> sample() {
-    return parsed(QStringLiteral(
-        R"(<r><a name="1"><x/><y/></a><b name="2"/><a name="3"/><c/></r>)"));
+    return parsed(
+        QStringLiteral(R"(<r><a name="1"><x/><y/></a><b name="2"/><a name="3"/><c/></r>)"));
 }
 
 } // namespace
@@ -44,11 +44,13 @@ TEST(XNode, KeepsTypeAndNameUniqueAmongChildrenOnlyWhereTheRuleApplies) {
 TEST(XNode, RefusesIndexesOutsideTheChildrenAndKeepsParentsOfTakenNodes) {
     std::unique_ptr<XNode> root(XNode::createRoot("r", "", nullptr));
     std::unique_ptr<XNode> loose(XNode::createRoot("x", "", nullptr));
-    EXPECT_EQ(linesLoggedBy([&] { root->insertNodeAt(loose.get(), 0); }),
-              std::vector<QString>{"XNode::insertNodeAt - index:0 not valid - must be >= 0 && <= -1"});
+    EXPECT_EQ(
+        linesLoggedBy([&] { root->insertNodeAt(loose.get(), 0); }),
+        std::vector<QString>{"XNode::insertNodeAt - index:0 not valid - must be >= 0 && <= -1"});
     XNode *a = root->createNode("a", "", nullptr);
-    EXPECT_EQ(linesLoggedBy([&] { root->insertNodeAt(loose.get(), 1); }),
-              std::vector<QString>{"XNode::insertNodeAt - index:1 not valid - must be >= 0 && <= 0"});
+    EXPECT_EQ(
+        linesLoggedBy([&] { root->insertNodeAt(loose.get(), 1); }),
+        std::vector<QString>{"XNode::insertNodeAt - index:1 not valid - must be >= 0 && <= 0"});
     EXPECT_FALSE(root->addNode(a, true));
     EXPECT_FALSE(root->removeAt(1, false));
     EXPECT_TRUE(root->removeAt(0, false));
@@ -77,8 +79,7 @@ TEST(XNode, ReordersWithinTheList) {
     root->moveWithinStack(b, orv::STACK_TOP);
     EXPECT_EQ(root->indexOf(b), 0);
     EXPECT_TRUE(root->swap(b, root->nodeAt(3)));
-    EXPECT_EQ(shape(root.get()),
-              QStringLiteral("r(c a[name=1](x y) a[name=3] b[name=2])"));
+    EXPECT_EQ(shape(root.get()), QStringLiteral("r(c a[name=1](x y) a[name=3] b[name=2])"));
     EXPECT_EQ(root->nodeAfter(root->nodeAt(1), true), root->nodeAt(2));
     EXPECT_EQ(root->nodeBefore(root->nodeAt(1), true), nullptr);
 }
