@@ -101,6 +101,13 @@ public:
     // Every <Attr>'s "type" ("string" when absent) is known; false (an ERROR) otherwise.
     bool checkTypes(QSet<QString> const &known);
     bool checkTypes(std::function<bool(QString const &)> callBack);
+    // Every way the tree below document breaks this schema, one text per finding, each
+    // opened by the element's query path: undescribed types, children that aren't
+    // allowed or occur too often or too rarely, undescribed attributes (the reserved
+    // "name", "enabled", "visible", "NID" and "_pointer" aside), numbers of a numeric
+    // type outside their limits, and values outside their combo list. A schema element
+    // inside the document isn't checked itself. Empty: the document conforms.
+    std::vector<QString> checkDocument(XNode const *document);
     // "XGenericTypes [count]{type,type,...}"
     QString toString() const override;
     QString realTypeAsString() const override { return QStringLiteral("XGenericTypes"); }

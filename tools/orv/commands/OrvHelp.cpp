@@ -13,6 +13,9 @@ char const *helpText() {
            " cmdline --line \"cmd --k v\"      parse one command line, show its table\n"
            " format --text \"a $ b\" --args x,y  fill the $ places of a text\n"
            " loginfo [--count N]             log header and N lines at every level\n"
+           " xml --file F                    parse an XML document with its includes: counts\n"
+           "     [--show] [--query P]        print the tree, or the node at path P\n"
+           "     [--schema S] [--save OUT]   list what breaks schema S, write the tree back\n"
            "\n"
            "logger options, for every command\n"
            " --logLevel debug|test|info|warn|err\n"
@@ -21,7 +24,8 @@ char const *helpText() {
            " --logRotate (minute | hour | day | month | year)\n"
            "\n"
            "exit status: 0 success, 1 listing or failure, 4 file not found,\n"
-           "6 argument problem, 9 parsing problem, 20 this help\n";
+           "6 argument problem, 7 XML problem (include, schema), 9 parsing problem,\n"
+           "20 this help\n";
 }
 
 } // namespace orvtool
