@@ -67,6 +67,7 @@ struct ORV_EXPORT XNode_Parse_Control {
 };
 
 class SaxNameTable;
+class SaxValueCache;
 
 class ORV_EXPORT AbstractSaxHelper {
 public:
@@ -128,6 +129,8 @@ private:
     void addAttribute(QString const &key, QString &&value);
     // Moves to the next character and takes a progress step when one is due.
     bool advance(XNode_Parse_Control &control);
+    // Moves to the next "<", taking the progress steps on the way; false at the end.
+    bool skipToTag(XNode_Parse_Control &control);
     void progressStep(XNode_Parse_Control &control);
 
     QString text; // keeps the characters alive
@@ -141,6 +144,7 @@ private:
     int state = 0;
     AttributeList attributes;
     std::unique_ptr<SaxNameTable> names;
+    std::unique_ptr<SaxValueCache> values;
 };
 
 // The scanner with hooks that do nothing, and the file it reads.

@@ -1,5 +1,6 @@
 // SaxNameTable.h: the element names and attribute keys one parse has met, so that
-// every repetition shares one QString instead of allocating its own.
+// every repetition shares one QString instead of allocating its own; and a small cache
+// that does the same for the short values and texts that repeat.
 #pragma once
 
 #include <QtCore/QString>
@@ -67,6 +68,33 @@ private:
 
     std::vector<Slot> table;
     size_t used = 0;
+
+    friend class SaxValueCache;
+};
+
+// Direct-mapped and bounded: a repeated value ("true", "0", a kind) costs a hash and a
+// compare instead of an allocation, and a value seen once only displaces another.
+class SaxValueCache {
+public:
+    static int const MAX_LENGTH = 24;
+
+    SaxValueCache() : table(4096) {}
+
+    QString get(QChar const *from, int len) {
+        if (len > MAX_LENGTH || len == 0)
+            return QString(from, len);
+        unsigned int const h = SaxNameTable::hash(from, len);
+        SaxNameTable::Slot &slot = table[h & (table.size() - 1)];
+        if (slot.hash != h || slot.text.size() != len ||
+            std::memcmp(slot.text.constData(), from, sizeof(QChar) * size_t(len)) != 0) {
+            slot.hash = h;
+            slot.text = QString(from, len);
+        }
+        return slot.text;
+    }
+
+private:
+    std::vector<SaxNameTable::Slot> table;
 };
 
 } // namespace orv

@@ -12,6 +12,10 @@
 
 #include <algorithm>
 
+#ifdef __SSE2__
+#include <emmintrin.h>
+#endif
+
 namespace orv {
 
 QChar const AbstractSaxHelper::XCHAR = QChar(0xFFFF);
@@ -40,18 +44,34 @@ bool isCommentStart(QChar const *p, QChar const *end) {
            p[2] == QLatin1Char('-');
 }
 
-QChar const *find(QChar const *from, QChar const *end, char c) {
-    ushort const u = ushort(c);
-    for (QChar const *p = from; p < end; ++p)
-        if (p->unicode() == u)
+// The first of the characters Cs at or after p, or end. Eight characters per step where
+// the processor has SSE2 (every x86-64 has): texts, indentation and values are long runs
+// without any character the scanner stops at.
+template <char... Cs> QChar const *findAny(QChar const *p, QChar const *end) {
+#ifdef __SSE2__
+    while (end - p >= 8) {
+        __m128i const v = _mm_loadu_si128(reinterpret_cast<__m128i const *>(p));
+        __m128i hits = _mm_setzero_si128();
+        ((hits = _mm_or_si128(hits, _mm_cmpeq_epi16(v, _mm_set1_epi16(Cs)))), ...);
+        if (int const mask = _mm_movemask_epi8(hits))
+            return p + (__builtin_ctz(static_cast<unsigned int>(mask)) >> 1);
+        p += 8;
+    }
+#endif
+    for (; p < end; ++p)
+        if (((p->unicode() == ushort(Cs)) || ...))
             return p;
     return end;
 }
 
+template <char C> QChar const *find(QChar const *from, QChar const *end) {
+    return findAny<C>(from, end);
+}
+
 // The first "a" "b" pair at or after from, or end.
-QChar const *findPair(QChar const *from, QChar const *end, char a, char b) {
-    for (QChar const *p = find(from, end, a); p + 1 < end; p = find(p + 1, end, a))
-        if (p[1] == QLatin1Char(b))
+template <char A, char B> QChar const *findPair(QChar const *from, QChar const *end) {
+    for (QChar const *p = find<A>(from, end); p + 1 < end; p = find<A>(p + 1, end))
+        if (p[1] == QLatin1Char(B))
             return p;
     return end;
 }
@@ -63,11 +83,10 @@ void trim(QChar const *&from, QChar const *&to) {
         --to;
 }
 
-bool isQuote(QChar const *p) { return *p == QLatin1Char('"') || *p == QLatin1Char('\''); }
-
 } // namespace
 
-AbstractSaxHelper::AbstractSaxHelper() : names(std::make_unique<SaxNameTable>()) {}
+AbstractSaxHelper::AbstractSaxHelper()
+    : names(std::make_unique<SaxNameTable>()), values(std::make_unique<SaxValueCache>()) {}
 
 AbstractSaxHelper::~AbstractSaxHelper() = default;
 
@@ -132,6 +151,18 @@ void AbstractSaxHelper::progressStep(XNode_Parse_Control &control) {
     }
 }
 
+bool AbstractSaxHelper::skipToTag(XNode_Parse_Control &control) {
+    for (;;) {
+        QChar const *limit = std::min(end, nextCheck);
+        cur = find<'<'>(cur, limit);
+        if (cur < limit)
+            return true;
+        if (cur >= end)
+            return false;
+        progressStep(control);
+    }
+}
+
 bool AbstractSaxHelper::advance(XNode_Parse_Control &control) {
     ++cur;
     if (cur >= nextCheck && cur < end)
@@ -191,7 +222,7 @@ bool AbstractSaxHelper::parse(XNode_Parse_Control &control) {
 
 void AbstractSaxHelper::readDefinition() {
     QChar const *from = cur + 1;
-    QChar const *close = findPair(from, end, '?', '>');
+    QChar const *close = findPair<'?', '>'>(from, end);
     if (close == end)
         return;
     QChar const *to = close;
@@ -203,7 +234,7 @@ void AbstractSaxHelper::readDefinition() {
 
 // A comment ends at the first "->": the second "-" of "-->" isn't needed.
 bool AbstractSaxHelper::readCommend(int depth, XNode_Parse_Control &) {
-    QChar const *close = findPair(cur, end, '-', '>');
+    QChar const *close = findPair<'-', '>'>(cur, end);
     inspectCommend(QString(cur, int(close - cur)), depth);
     cur = close == end ? end - 1 : close + 1;
     return true;
@@ -212,13 +243,13 @@ bool AbstractSaxHelper::readCommend(int depth, XNode_Parse_Control &) {
 // Only what stands between the opening tag and the first "<" behind it is the text.
 void AbstractSaxHelper::readText(int depth) {
     QChar const *from = cur + 1;
-    QChar const *lt = find(from, end, '<');
+    QChar const *lt = find<'<'>(from, end);
     if (lt == end)
         return;
     QChar const *to = lt;
     trim(from, to);
     if (from < to)
-        inspectText(QString(from, int(to - from)), depth);
+        inspectText(values->get(from, int(to - from)), depth);
     cur = lt - 1;
 }
 
@@ -240,21 +271,18 @@ void AbstractSaxHelper::readAttributes(QChar const *from, QChar const *to) {
     QChar const *p = from;
     while (p < to) {
         QChar const *keyFrom = p;
-        while (p < to && *p != QLatin1Char('=') && !isQuote(p))
-            ++p;
+        p = findAny<'=', '"', '\''>(p, to);
         QChar const *keyTo = p;
-        while (p < to && !isQuote(p))
-            ++p;
+        p = findAny<'"', '\''>(p, to);
         if (p >= to)
             return;
         QChar const *valueFrom = ++p;
-        while (p < to && !isQuote(p))
-            ++p;
+        p = findAny<'"', '\''>(p, to);
         if (p >= to)
             return;
         trim(keyFrom, keyTo);
         addAttribute(names->intern(keyFrom, int(keyTo - keyFrom)),
-                     QString(valueFrom, int(p - valueFrom)));
+                     values->get(valueFrom, int(p - valueFrom)));
         ++p;
     }
 }
@@ -267,7 +295,7 @@ bool AbstractSaxHelper::readOpenTag(int depth, bool &selfClosed) {
     QString const &name = names->intern(nameFrom, int(cur - nameFrom));
     // Quotes mean nothing here: a ">" inside a value ends the tag.
     QChar const *attrFrom = cur;
-    cur = find(cur, end, '>');
+    cur = find<'>'>(cur, end);
     if (cur >= end)
         return false;
     selfClosed = cur > attrFrom && cur[-1] == QLatin1Char('/');
@@ -305,10 +333,8 @@ bool AbstractSaxHelper::parseTag(int depth, XNode_Parse_Control &control) {
         }
         // The content loop: anything but a tag or a comment is skipped.
         for (;;) {
-            if (!advance(control))
+            if (!advance(control) || !skipToTag(control))
                 return false; // an element left open at the end of the input
-            if (*cur != QLatin1Char('<'))
-                continue;
             if (isLetterOrNumber(cur + 1, end)) {
                 state = 3;
                 ++cur;
@@ -317,7 +343,7 @@ bool AbstractSaxHelper::parseTag(int depth, XNode_Parse_Control &control) {
             if (is(cur + 1, end, '/')) {
                 state = 4;
                 // Whatever the closing tag says, it closes the open element.
-                cur = find(cur, end, '>');
+                cur = find<'>'>(cur, end);
                 if (cur >= end) {
                     ppDebug("SaxParser::parseTag, '>' missing");
                     return false;

@@ -30,7 +30,12 @@ void XRecord::setString(QString const &key, QString const &value) {
         ppWarning("XRecord::setString, key == ''");
         return;
     }
-    attributes[key] = value;
+    // One descent whether the key is new or not, and no default value built first.
+    auto const at = attributes.lower_bound(key);
+    if (at != attributes.end() && at->first == key)
+        at->second = value;
+    else
+        attributes.emplace_hint(at, key, value);
 }
 
 QString XRecord::getString(QString const &key, QString const &def) const {
