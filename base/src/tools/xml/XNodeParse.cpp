@@ -36,6 +36,7 @@ QString readResource(QString const &path, bool &opened) {
 // A text in memory: the root's file is ":MEMORY". A text without any element gives null.
 XNode *parseMemory(QString const &xml, XmlNodeCreator const *creator, char const *failText) {
     XNode_Parse_Control control;
+    control.listeners.enable(false);
     OrvSaxParser parser(creator, &control);
     parser.setBuffer(xml);
     if (!parser.parse(control)) {
