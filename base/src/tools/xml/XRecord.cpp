@@ -75,7 +75,8 @@ std::vector<QString> XRecord::keys() const {
 
 void XRecord::copyAttributesTo(XRecord *table) const {
     ORV_ASSERT_PTR(table);
-    table->clear();
+    // The attributes only: an XNode's own clear() would drop its children instead.
+    table->XRecord::clear();
     for (auto const &entry : attributes)
         if (entry.first != QLatin1String("name") || !entry.second.isEmpty())
             table->setString(entry.first, entry.second);
