@@ -153,7 +153,8 @@ void AbstractSaxHelper::progressStep(XNode_Parse_Control &control) {
 
 bool AbstractSaxHelper::skipToTag(XNode_Parse_Control &control) {
     for (;;) {
-        QChar const *limit = std::min(end, nextCheck);
+        // Never behind cur: a progress point already passed is taken at once below.
+        QChar const *limit = std::min(end, std::max(nextCheck, cur));
         cur = find<'<'>(cur, limit);
         if (cur < limit)
             return true;
