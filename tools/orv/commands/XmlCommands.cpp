@@ -103,9 +103,9 @@ int xmlCommand(Kernel &kernel) {
         return EXIT_ORV_PARSING;
     }
     TreeCounts const counts = countTree(root.get());
-    ppInfo("xml: $: $ elements, $ attributes, depth $, $, $ s", file, counts.elements,
+    ppInfo("xml: $: $ elements, $ attributes, depth $, $, $ ms", file, counts.elements,
            counts.attributes, counts.depth, formatBytes(double(info.size())),
-           formatMicrosecond_as_Sec(control.time_consumption()));
+           QString::number(double(control.time_consumption()) / 1000.0, 'f', 1));
 
     int status = EXIT_ORV_OK;
     for (QString const &problem : control.includeProblems)
