@@ -9,6 +9,7 @@ packages=(
   libgtest-dev libgmock-dev libbenchmark-dev libspdlog-dev
   zlib1g-dev clang-format
   libeigen3-dev libgeos-dev
+  libpugixml-dev shared-mime-info
 )
 
 missing=()

@@ -34,11 +34,11 @@ QString sample(char const *name) { return QStringLiteral(ORV_SAMPLE_DIR "/") + n
 TEST(OrvProgram, ListingNamesEveryCommandWithItsDescriptionAndGives1) {
     ChildRun const run = runOrv({});
     EXPECT_EQ(run.exitCode, 1);
-    for (char const *command : {"cmdline", "format", "loginfo", "md5", "triangulate"}) {
+    for (char const *command : {"cmdline", "format", "loginfo", "md5", "triangulate", "xml"}) {
         QRegularExpression const line(QStringLiteral("\\b%1 \\.+ \\S").arg(command));
         EXPECT_TRUE(run.output.contains(line)) << command << "\n" << run.output.toStdString();
     }
-    EXPECT_TRUE(run.output.contains("basic tests:5"));
+    EXPECT_TRUE(run.output.contains("basic tests:6"));
 }
 
 // Each run gives its status and output lines that hold every text of has and none of lacks.
@@ -71,6 +71,19 @@ TEST(OrvProgram, CommandsGiveTheirResultAndStatus) {
          {"loginfo line 1 at ERROR"},
          {"loginfo line 1 at WARN", "loginfo line 1 at INFO", "executing test 'loginfo'"}},
         {{"loginfo"}, 0, {"loginfo line 1 at TEST", "executing test 'loginfo'"}, {}},
+        {{"xml", "--file", sample("scene.xml"), "--query", "camera"},
+         0,
+         {"5 elements, 7 attributes, depth 1", "<camera fov=\"60\" >front view</camera>"},
+         {}},
+        {{"xml", "--file", sample("missing.xml")}, 4, {"xml: file '"}, {}},
+        {{"xml", "--file", sample("include-loop.xml")}, 7, {"includes itself"}, {}},
+        {{"xml", "--file", sample("scene.xml"), "--schema", sample("scene-schema.xml")},
+         7,
+         {"/scene@demo: <mesh> occurs 2 times, allowed 0..1",
+          "/scene@demo: attribute 'scale' = 20 is above 10",
+          "/scene@demo: attribute 'mode' = 'slow' is not one of 0,fast,good",
+          "3 schema finding(s)"},
+         {}},
     };
     for (Row const &row : rows) {
         ChildRun const run = runOrv(row.args);

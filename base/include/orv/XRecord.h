@@ -242,6 +242,13 @@ struct ORV_EXPORT XRecord : AbstractXRecord {
     // A hook for subclasses; the record itself stays as it is.
     virtual void reset();
 
+protected:
+    // Hands other's whole table over in one move (XNode::moveAttributes); other ends empty.
+    void takeAttributesFrom(XRecord &other) {
+        attributes = std::move(other.attributes);
+        other.attributes.clear();
+    }
+
 private:
     void parseAttributesClassic(QString const &text);
     void parseAttributePairs(QString const &text, bool multiLine);

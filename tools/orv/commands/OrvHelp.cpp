@@ -14,6 +14,9 @@ char const *helpText() {
            " format --text \"a $ b\" --args x,y  fill the $ places of a text\n"
            " loginfo [--count N]             log header and N lines at every level\n"
            " triangulate --file F            triangles and area of a polygon, \"x y\" per line\n"
+           " xml --file F                    parse an XML document with its includes: counts\n"
+           "     [--show] [--query P]        print the tree, or the node at path P\n"
+           "     [--schema S] [--save OUT]   list what breaks schema S, write the tree back\n"
            "\n"
            "logger options, for every command\n"
            " --logLevel debug|test|info|warn|err\n"
@@ -22,8 +25,8 @@ char const *helpText() {
            " --logRotate (second | minute | hour | day | month | year)\n"
            "\n"
            "exit status: 0 success, 1 listing or failure, 3 math problem (bad polygon),\n"
-           "4 file not found, 5 read error, 6 argument problem, 9 parsing problem,\n"
-           "20 this help\n";
+           "4 file not found, 5 read error, 6 argument problem,\n"
+           "7 XML problem (include, schema), 9 parsing problem, 20 this help\n";
 }
 
 } // namespace orvtool
