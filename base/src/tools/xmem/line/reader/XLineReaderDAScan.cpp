@@ -1,0 +1,128 @@
+// XLineReaderDAScan.cpp: the one forward scan that builds the line table, with the
+// wrapping of long lines at word borders and the binary-file test.
+#include "orv/XLineReaderDA.h"
+
+#include "orv/Log.h"
+#include "orv/XDelimiter.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace orv {
+
+namespace {
+
+// XLineInfo counts bytes in 32 bits: a longer limit would cut lengths silently, so
+// such lines are wrapped at this limit instead.
+constexpr quint64 maxPieceLength = 0xFFFFFFFEu;
+
+} // namespace
+
+void XLineReaderDA::check_if_binary_file() {
+    char const *p = lineReader.pBegin;
+    quint64 const n = std::min<quint64>(lineReader.length(), 1024);
+    for (quint64 i = 0; p && i < n; ++i) {
+        unsigned char const c = static_cast<unsigned char>(p[i]);
+        if (c < 32 && c != 8 && c != 9 && c != 10 && c != 13) {
+            binary = true;
+            return;
+        }
+    }
+}
+
+bool XLineReaderDA::nextLineStruct(XLineInfo &li, bool wrap, unsigned int) {
+    char const *start = lineReader.pBegin;
+    char const *cur = lineReader.pCurrent;
+    char const *end = lineReader.pEnd;
+    quint64 const max = std::min(lineReader.maxLen, maxPieceLength);
+    li.posMemory = static_cast<quint64>(cur - start);
+    li.length = li.lengthTotal = 0;
+    li.lineNumber = lineCount;
+    li.wrapIndex = -1;
+    li.hasLineEnd = false;
+    if (!cur || cur >= end)
+        return false;
+    auto const *lf = static_cast<char const *>(std::memchr(cur, '\n', quint64(end - cur)));
+    char const *p = lf ? lf : end;
+    quint64 const n = static_cast<quint64>(p - cur);
+    auto const piece = [&](quint64 len, char const *next) {
+        li.setLengths(static_cast<unsigned int>(len), static_cast<unsigned int>(len));
+        li.wrapIndex = static_cast<int>(wrapCount++);
+        lineReader.pCurrent = next;
+        return true;
+    };
+    if (n <= max) {
+        bool const cr = p != start && n > 0 && p[-1] == '\r';
+        li.setLengths(static_cast<unsigned int>(cr ? n - 1 : n), static_cast<unsigned int>(n + 1));
+        // A last line without LF still counts one byte for its end, and leaves the
+        // position one past the memory.
+        lineReader.pCurrent = p + 1;
+        ++lineCount;
+        if (wrap) {
+            li.wrapIndex = static_cast<int>(wrapCount);
+            wrapCount = 0;
+        }
+        li.hasLineEnd = true;
+        return true;
+    }
+    if (!wrap) {
+        li.setLengths(static_cast<unsigned int>(max), static_cast<unsigned int>(max));
+        lineReader.pCurrent = cur + max;
+        return true;
+    }
+    char const *c = cur + max;
+    for (char const *q = c; q > cur; --q) {
+        // strchr finds the terminator too: a NUL byte is a delimiter.
+        if (std::strchr(XDelimiter::pDelimASCII, *q)) {
+            if (q == c)
+                return piece(max, c);
+            if (q + 1 < end && q[1] == '\n')
+                ppDebug("DA LINEFEED ?");
+            return piece(quint64(q - cur) + 1, q + 1);
+        }
+        if (c - q > 2) {
+            for (char const *chinese : XDelimiter::arDelimChinese)
+                if (std::memcmp(q, chinese, 3) == 0) {
+                    wrappedUTF8Extended = true;
+                    return piece(quint64(q - cur) + 3, q + 3);
+                }
+        }
+    }
+    // No word border: cut before a character. The next piece starts three bytes on,
+    // and a cut without any character start skips one byte; readers of the table
+    // rely on these exact positions.
+    for (char const *q = c; q > cur; --q)
+        if (XUTF8_Detector::matchFirstByteOfSequences(static_cast<unsigned char>(*q)))
+            return piece(quint64(q - cur), q + 3);
+    return piece(max, cur + max + 1);
+}
+
+std::vector<XLineInfo> XLineReaderDA::createLineInfos(bool wrap) {
+    binary = false;
+    check_if_binary_file();
+    std::vector<XLineInfo> infos;
+    XLineInfo li;
+    while (nextLineStruct(li, wrap))
+        infos.push_back(li);
+    return infos;
+}
+
+unsigned int XLineReaderDA::create_internal_line_infos() {
+    arLines = createLineInfos(true);
+    return static_cast<unsigned int>(arLines.size());
+}
+
+void XLineReaderDA::re_load(quint64 maxLen) {
+    lineCount = 0;
+    wrapCount = 0;
+    if (ownsFile && !fileMapper.isMapped()) {
+        ppError("XLineReaderDA::re_load, !fileMapper.isMapped()");
+        return;
+    }
+    lineReader.seekHome();
+    lineReader.setMaxLineLength(maxLen);
+    longest = 0;
+    create_internal_line_infos();
+}
+
+} // namespace orv
