@@ -32,6 +32,23 @@ int utf8Bytes(QChar const *s, int from, int to, int size) {
     return bytes;
 }
 
+// Characters in the first n bytes, where a character cut off at the end counts once
+// (the decoder alone would give one replacement per byte of it).
+int charsOfPrefix(char const *p, unsigned int n) {
+    auto const *u = reinterpret_cast<unsigned char const *>(p);
+    unsigned int lead = n;
+    while (lead > 0 && n - lead < 3 && (u[lead - 1] & 0xC0) == 0x80)
+        --lead;
+    if (lead > 0) {
+        unsigned char const b = u[lead - 1];
+        unsigned int const need = b >= 0xF0 ? 4 : b >= 0xE0 ? 3 : b >= 0xC2 ? 2 : 1;
+        unsigned int const have = n - lead + 1;
+        if (b >= 0xC2 && b <= 0xF4 && have < need)
+            return QString::fromUtf8(p, static_cast<int>(lead - 1)).size() + 1;
+    }
+    return QString::fromUtf8(p, static_cast<int>(n)).size();
+}
+
 int charsFromBytes(QByteArray const &utf8, unsigned int countBytes) {
     if (countBytes > static_cast<unsigned int>(utf8.size())) {
         ppWarning(
@@ -39,7 +56,7 @@ int charsFromBytes(QByteArray const &utf8, unsigned int countBytes) {
             countBytes, utf8.size());
         return -1;
     }
-    return QString::fromUtf8(utf8.constData(), static_cast<int>(countBytes)).size();
+    return charsOfPrefix(utf8.constData(), countBytes);
 }
 
 } // namespace
@@ -95,7 +112,7 @@ int XLineInfo::get_UTF8_Chars_CountFromBytes(QStringRef const &s, unsigned int c
 int XLineInfo::get_UTF8_Chars_CountFromBytes(char const *p, unsigned int countBytes) {
     if (!p)
         nullPointerHandling(__FILE__, __LINE__, QStringLiteral("pMem == NULL"));
-    return QString::fromUtf8(p, static_cast<int>(countBytes)).size();
+    return charsOfPrefix(p, countBytes);
 }
 
 } // namespace orv

@@ -42,8 +42,11 @@ bool XLineReaderDA::nextLineStruct(XLineInfo &li, bool wrap, unsigned int) {
     li.hasLineEnd = false;
     if (!cur || cur >= end)
         return false;
-    auto const *lf = static_cast<char const *>(std::memchr(cur, '\n', quint64(end - cur)));
-    char const *p = lf ? lf : end;
+    // Only the first max + 1 bytes can decide: an LF further on makes a long line
+    // either way, and looking beyond would rescan a huge line once for every piece.
+    quint64 const window = std::min<quint64>(quint64(end - cur), max + 1);
+    auto const *lf = static_cast<char const *>(std::memchr(cur, '\n', window));
+    char const *p = lf ? lf : (window == quint64(end - cur) ? end : cur + window);
     quint64 const n = static_cast<quint64>(p - cur);
     auto const piece = [&](quint64 len, char const *next) {
         li.setLengths(static_cast<unsigned int>(len), static_cast<unsigned int>(len));
