@@ -11,6 +11,8 @@ struct XContentFilter::Unit {
     QString text;
     // The unit's bytes in memory, for exact byte positions; null for text from elsewhere.
     char const *bytes = nullptr;
+    // Stands for any unit in which no term occurs: every term search comes back empty.
+    bool termsAbsent = false;
 };
 
 } // namespace orv::find

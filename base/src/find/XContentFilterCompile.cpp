@@ -95,8 +95,9 @@ bool XContentFilter::createSymbols(QString const &expr, bool regEx) {
         prefilter = ContentPrefilter::build(symbols);
         // A unit without any term gives the same result as an empty one; when that is
         // a match, every unit must be evaluated.
-        Unit const empty{};
-        emptyUnitMatches = evaluate(&empty, nullptr).isValid();
+        Unit absent;
+        absent.termsAbsent = true;
+        emptyUnitMatches = evaluate(&absent, nullptr).isValid();
         index = 0;
     }
     return result;
@@ -156,9 +157,9 @@ bool XContentFilter::hasContents() const {
 }
 
 namespace {
+// Shared by every filter on every thread: nobody writes to it.
 XSymbol &invalidSymbol() {
     static XSymbol sym;
-    sym = XSymbol(); // a caller may have written to it
     return sym;
 }
 } // namespace

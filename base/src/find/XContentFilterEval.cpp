@@ -123,6 +123,8 @@ XRamLayer XContentFilter::evaluate(Unit const *unit, XLineReaderDA const *fileRe
 
 XRamLayer XContentFilter::searchTerm(XSymbol const &term, Unit const &unit) const {
     XRamLayer s;
+    if (unit.termsAbsent)
+        return s;
     QString const &text = unit.text;
     Qt::CaseSensitivity const optionCase =
         term.caseInsensitive ? Qt::CaseInsensitive : Qt::CaseSensitive;
