@@ -88,6 +88,10 @@ public:
     size_t rest() const { return symbols.size() - static_cast<size_t>(index); }
     bool has_more_symbols() const { return static_cast<size_t>(index) < symbols.size(); }
     bool hasContents() const;
+    // Why a regular expression was refused; empty otherwise.
+    QString errorString() const {
+        return isRegEx && !regEx.isValid() ? regEx.errorString() : QString();
+    }
     bool is_reg_ex() const { return isRegEx; }
     QString const &getSource() const { return source; }
     std::vector<XSymbol> const &getSymbols() const { return symbols; }
