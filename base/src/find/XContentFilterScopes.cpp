@@ -130,7 +130,11 @@ void XContentFilter::searchUnits(XLineReaderDA const &reader, bool usePrefilter,
             from.length -= 3;
         }
         for (XLineInfo const &s : create_sentences_from_paragraph(from, text)) {
-            char const *sentenceBytes = bytes ? bytes + (s.posMemory - li.posMemory) : nullptr;
+            // Sentences are measured by re-encoding: behind broken bytes they drift, and
+            // may reach past the memory, where lineAt reads nothing either.
+            bool const inside = s.posMemory + s.length <= reader.getMemorySize();
+            char const *sentenceBytes =
+                bytes && inside ? bytes + (s.posMemory - li.posMemory) : nullptr;
             XRamLayer const sub = unitSearch(Unit{s, reader.lineAt(s), sentenceBytes});
             if (sub.isValid())
                 r.add_ram_layer(sub);
