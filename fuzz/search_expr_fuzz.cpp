@@ -2,8 +2,8 @@
 // evaluates them over a small text in every scope, with the text's line table wrapped
 // at a small limit. Input: one mode byte, the expression, a 0x01 byte, the text.
 // Checks what must hold for any input: the byte-level prefilter changes no mark, the
-// line table stays inside the text, and every hit of a plain term starts at that
-// term's bytes, also in broken UTF-8.
+// line table stays inside the text and equals single steps, and every hit of a plain term starts at
+// that term's bytes, also in broken UTF-8.
 #include "orv/XContentFilter.h"
 #include "orv/XLineReader.h"
 #include "orv/XLineReaderDA.h"
@@ -33,11 +33,19 @@ Marks marksOf(orv::find::XRamLayer const &layer) {
     return marks;
 }
 
-void checkLineTable(orv::XLineReaderDA const &reader, quint64 size) {
+// The table stays inside the text and equals the one that single steps make.
+void checkLineTable(orv::XLineReaderDA const &reader, orv::XMem const &mem, quint64 wrap) {
+    orv::XLineReaderDA stepper(mem, wrap, false);
+    orv::XLineInfo step;
     for (orv::XLineInfo const &li : reader) {
-        check(li.posMemory + li.length <= size);
+        check(li.posMemory + li.length <= mem.length());
+        check(stepper.nextLineStruct(step, true));
+        check(step.posMemory == li.posMemory && step.length == li.length &&
+              step.lengthTotal == li.lengthTotal && step.lineNumber == li.lineNumber &&
+              step.wrapIndex == li.wrapIndex && step.hasLineEnd == li.hasLineEnd);
         reader.lineAt(li);
     }
+    check(!stepper.nextLineStruct(step, true));
 }
 
 // Terms whose hits must start at their own bytes: case-sensitive, not whole-word
@@ -79,7 +87,7 @@ extern "C" int LLVMFuzzerTestOneInput(uint8_t const *data, size_t size) {
     while (lines.nextLine()) {
     }
     orv::XLineReaderDA reader(mem, wrap, true);
-    checkLineTable(reader, static_cast<quint64>(text.size()));
+    checkLineTable(reader, mem, wrap);
 
     orv::find::XContentFilter filter;
     if (!filter.createSymbols(expr, regEx))

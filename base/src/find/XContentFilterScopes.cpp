@@ -129,12 +129,14 @@ void XContentFilter::searchUnits(XLineReaderDA const &reader, bool usePrefilter,
             from.posMemory += 3;
             from.length -= 3;
         }
-        for (XLineInfo const &s : create_sentences_from_paragraph(from, text)) {
-            // Sentences are measured by re-encoding: behind broken bytes they drift, and
-            // may reach past the memory, where lineAt reads nothing either.
-            bool const inside = s.posMemory + s.length <= reader.getMemorySize();
-            char const *sentenceBytes =
-                bytes && inside ? bytes + (s.posMemory - li.posMemory) : nullptr;
+        quint64 const size = reader.getMemorySize();
+        for (XLineInfo s : create_sentences_from_paragraph(from, text)) {
+            // Sentences are measured by re-encoding: behind broken bytes they drift and
+            // may reach past the memory. What lies outside the file is no unit to mark.
+            if (s.posMemory >= size)
+                break;
+            s.setLengths(unsigned(std::min<quint64>(s.length, size - s.posMemory)), 0);
+            char const *sentenceBytes = bytes ? bytes + (s.posMemory - li.posMemory) : nullptr;
             XRamLayer const sub = unitSearch(Unit{s, reader.lineAt(s), sentenceBytes});
             if (sub.isValid())
                 r.add_ram_layer(sub);

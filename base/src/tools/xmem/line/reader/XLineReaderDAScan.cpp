@@ -8,6 +8,10 @@
 #include <algorithm>
 #include <cstring>
 
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
+
 namespace orv {
 
 namespace {
@@ -15,6 +19,51 @@ namespace {
 // XLineInfo counts bytes in 32 bits: a longer limit would cut lengths silently, so
 // such lines are wrapped at this limit instead.
 constexpr quint64 maxPieceLength = 0xFFFFFFFEu;
+
+// The LF bytes of a memory in rising order, found 64 bytes at a time as a bit mask, so
+// that short lines don't pay a memchr call each.
+class LineFeedScanner {
+public:
+    explicit LineFeedScanner(char const *end) : end(end) {}
+
+    // The first LF at or after p, or null.
+    char const *next(char const *p) {
+        for (;;) {
+            if (!base || p < base || p >= base + 64)
+                load(p);
+            else
+                mask &= ~0ull << (p - base);
+            if (mask)
+                return base + __builtin_ctzll(mask);
+            if (end - base <= 64)
+                return nullptr;
+            p = base + 64;
+        }
+    }
+
+private:
+    void load(char const *p) {
+        base = p;
+        mask = 0;
+        quint64 const n = std::min<quint64>(quint64(end - p), 64);
+#if defined(__SSE2__)
+        if (n == 64) {
+            __m128i const lf = _mm_set1_epi8('\n');
+            for (int i = 0; i < 4; ++i) {
+                __m128i const v = _mm_loadu_si128(reinterpret_cast<__m128i const *>(p + 16 * i));
+                mask |= quint64(quint32(_mm_movemask_epi8(_mm_cmpeq_epi8(v, lf)))) << (16 * i);
+            }
+            return;
+        }
+#endif
+        for (quint64 i = 0; i < n; ++i)
+            mask |= quint64(p[i] == '\n') << i;
+    }
+
+    char const *end;
+    char const *base = nullptr;
+    quint64 mask = 0;
+};
 
 } // namespace
 
@@ -104,9 +153,53 @@ std::vector<XLineInfo> XLineReaderDA::createLineInfos(bool wrap) {
     binary = false;
     check_if_binary_file();
     std::vector<XLineInfo> infos;
+    char const *const start = lineReader.pBegin;
+    char const *const end = lineReader.pEnd;
+    if (!lineReader.pCurrent || lineReader.pCurrent >= end)
+        return infos;
+    // Reserved by the head's line density: pages of the table that are never written
+    // are never made resident, and the vector is not copied while it grows.
+    quint64 const rest = quint64(end - lineReader.pCurrent);
+    quint64 const sample = std::min<quint64>(rest, 1 << 20);
+    quint64 const headLines =
+        quint64(std::count(lineReader.pCurrent, lineReader.pCurrent + sample, '\n'));
+    infos.reserve(size_t(std::min(rest + 1, rest / sample * (headLines + 1) * 9 / 8 + 16)));
+
+    quint64 const max = std::min(lineReader.maxLen, maxPieceLength);
+    LineFeedScanner lineFeeds(end);
+    // The first LF at or after knownFrom is knownLf (null: none); kept across the pieces
+    // of a long line, so that its end is looked for once.
+    char const *knownFrom = nullptr;
+    char const *knownLf = nullptr;
     XLineInfo li;
-    while (nextLineStruct(li, wrap))
+    for (;;) {
+        char const *cur = lineReader.pCurrent;
+        if (cur >= end)
+            break;
+        if (!knownFrom || cur < knownFrom || (knownLf && cur > knownLf)) {
+            knownFrom = cur;
+            knownLf = lineFeeds.next(cur);
+        }
+        quint64 const n = knownLf ? quint64(knownLf - cur) : 0;
+        if (!knownLf || n > max) {
+            // A long line or a last line without LF: the general step, piece by piece.
+            if (!nextLineStruct(li, wrap))
+                break;
+            infos.push_back(li);
+            continue;
+        }
+        // The common line, exactly as nextLineStruct makes it.
+        bool const cr = knownLf != start && n > 0 && knownLf[-1] == '\r';
+        li.posMemory = quint64(cur - start);
+        li.setLengths(static_cast<unsigned int>(cr ? n - 1 : n), static_cast<unsigned int>(n + 1));
+        li.lineNumber = lineCount++;
+        li.wrapIndex = wrap ? static_cast<int>(wrapCount) : -1;
+        if (wrap)
+            wrapCount = 0;
+        li.hasLineEnd = true;
+        lineReader.pCurrent = knownLf + 1;
         infos.push_back(li);
+    }
     return infos;
 }
 
