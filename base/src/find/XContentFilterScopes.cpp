@@ -100,7 +100,11 @@ bool XContentFilter::forEachParagraph(XLineReaderDA const &reader, bool usePrefi
         XLineInfo li;
         li.hasLineEnd = true;
         size_t const last = static_cast<size_t>(accumulate_line_info(reader, unsigned(i), li));
-        if (li.posMemory + li.length > quint64(INT_MAX)) {
+        // Measured on the table: a paragraph's own 32-bit lengths may have wrapped.
+        quint64 const paragraphEnd = last + 1 < entries.size()
+                                         ? entries[last + 1].posMemory
+                                         : entries[last].posMemory + entries[last].lengthTotal;
+        if (paragraphEnd > quint64(INT_MAX)) {
             ppWarning("XContentFilter::find, marks end at 2 GiB, <$> searched up to there",
                       reader.getFile());
             return false;

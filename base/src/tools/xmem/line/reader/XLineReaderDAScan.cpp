@@ -16,9 +16,9 @@ namespace orv {
 
 namespace {
 
-// XLineInfo counts bytes in 32 bits: a longer limit would cut lengths silently, so
-// such lines are wrapped at this limit instead.
-constexpr quint64 maxPieceLength = 0xFFFFFFFEu;
+// A piece's text must fit one QString (and XLineInfo's 32-bit lengths): a longer limit
+// would cut lengths silently, so such lines are wrapped at this limit instead.
+constexpr quint64 maxPieceLength = 0x7FFFFFFEu;
 
 // The LF bytes of a memory in rising order, found 64 bytes at a time as a bit mask, so
 // that short lines don't pay a memchr call each.
