@@ -133,13 +133,13 @@ void XContentFilter::searchUnits(XLineReaderDA const &reader, bool usePrefilter,
             from.posMemory += 3;
             from.length -= 3;
         }
-        quint64 const size = reader.getMemorySize();
+        // Sentences are measured by re-encoding: behind broken bytes they drift and may
+        // reach past their paragraph. A unit is never more than its paragraph's text.
+        quint64 const paragraphEnd = li.posMemory + li.length;
         for (XLineInfo s : create_sentences_from_paragraph(from, text)) {
-            // Sentences are measured by re-encoding: behind broken bytes they drift and
-            // may reach past the memory. What lies outside the file is no unit to mark.
-            if (s.posMemory >= size)
+            if (s.posMemory >= paragraphEnd)
                 break;
-            s.setLengths(unsigned(std::min<quint64>(s.length, size - s.posMemory)), 0);
+            s.setLengths(unsigned(std::min<quint64>(s.length, paragraphEnd - s.posMemory)), 0);
             char const *sentenceBytes = bytes ? bytes + (s.posMemory - li.posMemory) : nullptr;
             XRamLayer const sub = unitSearch(Unit{s, reader.lineAt(s), sentenceBytes});
             if (sub.isValid())
