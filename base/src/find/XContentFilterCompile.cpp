@@ -33,16 +33,15 @@ QString XSymbol::toString() const {
 
 XContentFilter::~XContentFilter() = default;
 
-bool XContentFilter::createSymbols(QString const &expr, bool regEx) {
+bool XContentFilter::createSymbols(QString const &expr, bool asRegEx) {
     clear();
     source = expr;
-    isRegEx = regEx;
+    isRegEx = asRegEx;
     prefilter.reset();
     emptyUnitMatches = true;
-    if (regEx) {
-        regEx = false;
-        this->regEx = QRegularExpression(expr);
-        return this->regEx.isValid();
+    if (asRegEx) {
+        regEx = QRegularExpression(expr);
+        return regEx.isValid();
     }
     XTokenizer tokens(expr, QStringLiteral(" \t,{}+~!&()"), true, true);
     tokens.remove_White_Space_Token();
