@@ -4,6 +4,7 @@
 
 #include "find/ContentPrefilter.h"
 #include "find/ContentUnit.h"
+#include "find/LineTableSeek.h"
 #include "find/UnitOffsets.h"
 #include "orv/Log.h"
 #include "orv/XDelimiter.h"
@@ -175,12 +176,12 @@ XRamLayer XContentFilter::searchTermInFile(size_t symbolIndex, XLineReaderDA con
         if (skip) {
             quint64 const x = cursor->nextCandidate(data, size, entries[i].posMemory, termIndex);
             // The first entry whose text reaches past the candidate.
-            auto const it = std::partition_point(
-                entries.begin() + static_cast<std::ptrdiff_t>(i), entries.end(),
-                [x](XLineInfo const &e) { return e.posMemory + e.length <= x; });
-            if (x >= size || it == entries.end())
+            if (x >= size)
                 break;
-            i = static_cast<size_t>(it - entries.begin());
+            i = seekEntry(entries, i,
+                          [x](XLineInfo const &e) { return e.posMemory + e.length <= x; });
+            if (i == entries.size())
+                break;
         }
         XLineInfo const &entry = entries[i++];
         if (entry.length == 0)

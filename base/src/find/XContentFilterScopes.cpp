@@ -5,6 +5,7 @@
 
 #include "find/ContentPrefilter.h"
 #include "find/ContentUnit.h"
+#include "find/LineTableSeek.h"
 #include "orv/Log.h"
 #include "orv/XDelimiter.h"
 #include "orv/XLineReaderDA.h"
@@ -86,12 +87,10 @@ bool XContentFilter::forEachParagraph(XLineReaderDA const &reader, bool usePrefi
             quint64 const x = cursor->nextCandidate(data, size, entries[i].posMemory);
             if (x >= size)
                 break;
-            auto const it = std::partition_point(
-                entries.begin() + static_cast<std::ptrdiff_t>(i), entries.end(),
-                [x](XLineInfo const &e) { return e.posMemory + e.lengthTotal <= x; });
-            if (it == entries.end())
+            size_t j = seekEntry(
+                entries, i, [x](XLineInfo const &e) { return e.posMemory + e.lengthTotal <= x; });
+            if (j == entries.size())
                 break;
-            size_t j = static_cast<size_t>(it - entries.begin());
             // Back to the first piece of that file line.
             while (j > i && entries[j - 1].lineNumber == entries[j].lineNumber)
                 --j;
