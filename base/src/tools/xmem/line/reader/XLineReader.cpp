@@ -124,11 +124,15 @@ bool XLineReader::setMaxLineLength(quint64 sz) {
 
 char const *XLineReader::getMemory() const { return memory ? memory->mem() : nullptr; }
 
-quint64 XLineReader::getMemorySize() const { return memory ? memory->length() : 0; }
+// The size taken at setMemory: the reader reads only that range, and asking a mapped
+// file for its size again costs a system call per line.
+quint64 XLineReader::getMemorySize() const {
+    return memory ? static_cast<quint64>(pEnd - pBegin) : 0;
+}
 
-bool XLineReader::isValid() const { return memory && memory->length() > 1; }
+bool XLineReader::isValid() const { return getMemorySize() > 1; }
 
-bool XLineReader::isValidPos(quint64 pos) const { return memory && pos < memory->length(); }
+bool XLineReader::isValidPos(quint64 pos) const { return memory && pos < getMemorySize(); }
 
 QString XLineReader::midString(unsigned int posStart, unsigned int posEnd) const {
     if (!memory)
@@ -138,8 +142,7 @@ QString XLineReader::midString(unsigned int posStart, unsigned int posEnd) const
         return QString();
     }
     // Clipped to the memory, so that a range past its end reads nothing foreign.
-    quint64 const size = memory->length();
-    quint64 const end = std::min<quint64>(posEnd, size);
+    quint64 const end = std::min<quint64>(posEnd, getMemorySize());
     if (posStart >= end)
         return QString();
     return QString::fromUtf8(pBegin + posStart, static_cast<int>(end - posStart));
@@ -151,7 +154,7 @@ XUTF8_Detector XLineReader::detect_UTF8(quint64 n) const {
         ppError("XLineReader::detect_UTF8, memory == nullptr");
         return detector;
     }
-    quint64 const len = std::min(n, memory->length());
+    quint64 const len = std::min(n, getMemorySize());
     if (pBegin && len > 0)
         detector.analyze(pBegin, len);
     return detector;
