@@ -10,6 +10,7 @@ packages=(
   zlib1g-dev clang-format
   libeigen3-dev libgeos-dev
   libpugixml-dev shared-mime-info
+  python3 ripgrep
 )
 
 missing=()

@@ -34,11 +34,12 @@ QString sample(char const *name) { return QStringLiteral(ORV_SAMPLE_DIR "/") + n
 TEST(OrvProgram, ListingNamesEveryCommandWithItsDescriptionAndGives1) {
     ChildRun const run = runOrv({});
     EXPECT_EQ(run.exitCode, 1);
-    for (char const *command : {"cmdline", "format", "loginfo", "md5", "triangulate", "xml"}) {
+    for (char const *command :
+         {"cmdline", "format", "grep", "lines", "loginfo", "md5", "triangulate", "xml"}) {
         QRegularExpression const line(QStringLiteral("\\b%1 \\.+ \\S").arg(command));
         EXPECT_TRUE(run.output.contains(line)) << command << "\n" << run.output.toStdString();
     }
-    EXPECT_TRUE(run.output.contains("basic tests:6"));
+    EXPECT_TRUE(run.output.contains("basic tests:8"));
 }
 
 // Each run gives its status and output lines that hold every text of has and none of lacks.
@@ -65,6 +66,36 @@ TEST(OrvProgram, CommandsGiveTheirResultAndStatus) {
          {"EXIT_ORV_ERROR 9 - 'parsing problem'"},
          {}},
         {{"loginfo", "--count", "-1"}, 6, {"--count must not be negative"}, {}},
+        // A hit as grep -n -b shows it, with the offset of the hit itself.
+        {{"grep", "--file", sample("fox.txt"), "--expr", "fox{i} & ~cat"},
+         0,
+         {sample("fox.txt") + ":1:16:The quick brown fox jumps over the lazy dog", "grep: 2 hits"},
+         {}},
+        {{"grep", "--file", sample("fox.txt"), "--expr", "o.", "--regex", "--scope", "sentence"},
+         0,
+         {":1:12:The quick", ":1:17:", "grep: 4 hits"},
+         {}},
+        {{"grep", "--file", sample("fox.txt"), "--expr", "fox dog"},
+         2,
+         {"XContentFilter::checkSyntax - 2 Finder tokens not allowed", "bad expression"},
+         {}},
+        {{"grep", "--file", sample("fox.txt"), "--expr", "(fox"},
+         2,
+         {"Brackets open/close must be symmetric +( -) => 0, but we have:1"},
+         {}},
+        {{"grep", "--file", sample("fox.txt"), "--expr", "[", "--regex"},
+         2,
+         {"missing terminating ]"},
+         {}},
+        {{"grep", "--file", sample("missing.txt"), "--expr", "fox"}, 4, {"file '"}, {}},
+        {{"grep", "--file", sample("fox.txt"), "--expr", "fox", "--scope", "page"},
+         6,
+         {"--scope must be"},
+         {}},
+        {{"lines", "--file", sample("fox.txt")},
+         0,
+         {"encoding: ASCII_ENCODED", "lines: 1, wrapped pieces: 0"},
+         {}},
         // The log level drops the lower levels.
         {{"loginfo", "--logLevel", "err"},
          0,

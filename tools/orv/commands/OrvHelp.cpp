@@ -17,6 +17,9 @@ char const *helpText() {
            " xml --file F                    parse an XML document with its includes: counts\n"
            "     [--show] [--query P]        print the tree, or the node at path P\n"
            "     [--schema S] [--save OUT]   list what breaks schema S, write the tree back\n"
+           " grep --file F --expr E          search F: path:line:byte-offset:text per hit;\n"
+           "   [--scope file|paragraph|sentence] [--regex]   E like: fox{i,w,2} & ~(cat | dog)\n"
+           " lines --file F                  encoding, line and wrap counts of F\n"
            "\n"
            "logger options, for every command\n"
            " --logLevel debug|test|info|warn|err\n"
@@ -24,8 +27,8 @@ char const *helpText() {
            " --logTrailler false             console lines without number, time, thread\n"
            " --logRotate (second | minute | hour | day | month | year)\n"
            "\n"
-           "exit status: 0 success, 1 listing or failure, 3 math problem (bad polygon),\n"
-           "4 file not found, 5 read error, 6 argument problem,\n"
+           "exit status: 0 success, 1 listing or failure, 2 bad search expression,\n"
+           "3 math problem (bad polygon), 4 file not found, 5 read error, 6 argument problem,\n"
            "7 XML problem (include, schema), 9 parsing problem, 20 this help\n";
 }
 
