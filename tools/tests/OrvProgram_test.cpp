@@ -34,11 +34,11 @@ QString sample(char const *name) { return QStringLiteral(ORV_SAMPLE_DIR "/") + n
 TEST(OrvProgram, ListingNamesEveryCommandWithItsDescriptionAndGives1) {
     ChildRun const run = runOrv({});
     EXPECT_EQ(run.exitCode, 1);
-    for (char const *command : {"cmdline", "format", "loginfo", "md5"}) {
+    for (char const *command : {"cmdline", "format", "get", "loginfo", "md5", "serve"}) {
         QRegularExpression const line(QStringLiteral("\\b%1 \\.+ \\S").arg(command));
         EXPECT_TRUE(run.output.contains(line)) << command << "\n" << run.output.toStdString();
     }
-    EXPECT_TRUE(run.output.contains("basic tests:4"));
+    EXPECT_TRUE(run.output.contains("basic tests:6"));
 }
 
 // Each run gives its status and output lines that hold every text of has and none of lacks.
