@@ -8,6 +8,7 @@ packages=(
   qtbase5-dev qtbase5-dev-tools
   libgtest-dev libgmock-dev libbenchmark-dev libspdlog-dev
   zlib1g-dev clang-format
+  curl openssl python3 wrk libhttp-parser-dev
 )
 
 missing=()
