@@ -193,7 +193,13 @@ public:
     ConnectionTask(BasicSocket *socket, ServeSettings const &settings, QSemaphore &freeWorkers)
         : socket(socket), settings(settings), freeWorkers(freeWorkers) {}
 
+    // The pool hands the task over under a lock of its own, which the race checker
+    // can't see; this release and the acquire in run() show it the hand-over.
+    void handOver() { handedOver.store(true, std::memory_order_release); }
+
     void run() override {
+        while (!handedOver.load(std::memory_order_acquire))
+            QThread::yieldCurrentThread();
         socket->getSocket()->moveToThread(QThread::currentThread());
         serveConnection(*socket, settings);
         socket->close(0); // answers were flushed as they went
@@ -205,6 +211,7 @@ private:
     std::unique_ptr<BasicSocket> socket;
     ServeSettings settings;
     QSemaphore &freeWorkers;
+    std::atomic<bool> handedOver{false};
 };
 
 int serveCommand(Kernel &kernel) {
@@ -266,7 +273,9 @@ int serveCommand(Kernel &kernel) {
             continue;
         }
         socket->getSocket()->moveToThread(nullptr);
-        pool.start(new ConnectionTask(socket, settings, freeWorkers));
+        auto *task = new ConnectionTask(socket, settings, freeWorkers);
+        task->handOver();
+        pool.start(task);
     }
     server.close();
     pool.waitForDone();
