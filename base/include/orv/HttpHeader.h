@@ -178,6 +178,9 @@ public:
     void showContentsOnly(unsigned int indent, unsigned int level) const;
 
 private:
+    // addKeyVal on Latin-1 bytes, as the parsers hold them.
+    void addKeyValBytes(char const *line, int length);
+
     FirstLine firstLine;
     bool request = true;
 };

@@ -47,18 +47,22 @@ bool cutLine(char const *from, char const *end, LineCut &cut) {
 
 void HttpHeader::addKeyVal(QString const &line) {
     QByteArray const bytes = line.toLatin1();
-    int const colon = bytes.indexOf(':');
-    if (colon < 0 || colon + 1 == bytes.size()) {
-        ppDebug("HttpHeader::addKeyVal, *p == 0, keyVal '$'", line);
+    addKeyValBytes(bytes.constData(), bytes.size());
+}
+
+void HttpHeader::addKeyValBytes(char const *line, int length) {
+    auto const *colon = static_cast<char const *>(std::memchr(line, ':', size_t(length)));
+    if (!colon || colon + 1 == line + length) {
+        ppDebug("HttpHeader::addKeyVal, *p == 0, keyVal '$'", QString::fromLatin1(line, length));
         return;
     }
-    if (colon == 0) {
-        ppDebug("HttpHeader::addKeyVal, s.length:$, key.length == 0", bytes.size());
+    if (colon == line) {
+        ppDebug("HttpHeader::addKeyVal, s.length:$, key.length == 0", length);
         return;
     }
-    int const valueStart = bytes[colon + 1] == ' ' ? colon + 2 : colon + 1;
-    setString(QString::fromLatin1(bytes.constData(), colon),
-              QString::fromLatin1(bytes.constData() + valueStart, bytes.size() - valueStart));
+    char const *value = colon[1] == ' ' ? colon + 2 : colon + 1;
+    setString(QString::fromLatin1(line, int(colon - line)),
+              QString::fromLatin1(value, int(line + length - value)));
 }
 
 bool HttpHeader::fromString(QString const &text) {
@@ -78,7 +82,7 @@ bool HttpHeader::fromString(QString const &text) {
             return false;
         }
         if (cut.length > 0)
-            addKeyVal(QString::fromLatin1(cut.begin, cut.length));
+            addKeyValBytes(cut.begin, cut.length);
     }
     request = true;
     bool const scanned = startsAsStatusLine(firstLine.getLine()) ? firstLine.scanResponseLine()
