@@ -1,20 +1,21 @@
 // QtPeerServer.cpp: the peer of `orv serve` under wrk: a minimal QTcpServer on one
 // event loop that answers every request head with the reply `orv serve` gives for
-// the same file, keeping connections open. It prints its port and runs until killed.
-//   orv_bench_net_qt_peer FILE    (listens on 127.0.0.1, a free port)
+// the same file, keeping connections open, until killed.
+//   orv_bench_net_qt_peer FILE PORT    (listens on 127.0.0.1)
 #include <QtCore/QCoreApplication>
 #include <QtCore/QFile>
 #include <QtNetwork/QTcpServer>
 #include <QtNetwork/QTcpSocket>
 
 #include <cstdio>
+#include <cstdlib>
 #include <memory>
 
 int main(int argc, char **argv) {
     QCoreApplication app(argc, argv);
     QFile file(argc > 1 ? QString::fromLocal8Bit(argv[1]) : QString());
-    if (!file.open(QIODevice::ReadOnly)) {
-        std::fprintf(stderr, "usage: orv_bench_net_qt_peer FILE\n");
+    if (argc != 3 || !file.open(QIODevice::ReadOnly)) {
+        std::fprintf(stderr, "usage: orv_bench_net_qt_peer FILE PORT\n");
         return 2;
     }
     QByteArray const body = file.readAll();
@@ -23,7 +24,7 @@ int main(int argc, char **argv) {
                              QByteArray::number(body.size()) +
                              "\r\nContent-Type: text/html\r\n\r\n" + body;
     QTcpServer server;
-    if (!server.listen(QHostAddress::LocalHost, 0))
+    if (!server.listen(QHostAddress::LocalHost, static_cast<quint16>(std::atoi(argv[2]))))
         return 1;
     QObject::connect(&server, &QTcpServer::newConnection, [&] {
         while (QTcpSocket *socket = server.nextPendingConnection()) {
@@ -38,7 +39,5 @@ int main(int argc, char **argv) {
             });
         }
     });
-    std::printf("listening on 127.0.0.1 port %d\n", server.serverPort());
-    std::fflush(stdout);
     return app.exec();
 }

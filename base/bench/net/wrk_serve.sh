@@ -28,15 +28,19 @@ cleanup() {
 trap cleanup EXIT
 head -c 1024 /dev/zero | tr '\0' 'x' >"$work/small.txt"
 
-# Starts a server that prints "listening on 127.0.0.1 port N"; sets $port.
+# A port free on loopback right now.
+free_port() {
+    python3 -c 'import socket; s = socket.socket(); s.bind(("127.0.0.1", 0)); print(s.getsockname()[1])'
+}
+
+# Starts a server on $port and waits until it answers.
 start() {
     local log=$1
     shift
     "$@" >"$log" 2>&1 &
     pids+=($!)
     for _ in $(seq 100); do
-        port=$(sed -n 's/.*listening on 127\.0\.0\.1 port \([0-9]*\).*/\1/p' "$log" | head -1)
-        [ -n "$port" ] && return 0
+        curl -s -o /dev/null "http://127.0.0.1:$port/small.txt" && return 0
         sleep 0.1
     done
     echo "wrk_serve: server did not start: $*" >&2
@@ -56,10 +60,13 @@ load() {
     echo "$rps $((${errors:-0})) ${non2xx:-0}"
 }
 
-start "$work/serve.log" "$build/tools/orv/orv" serve --port 0 --address 127.0.0.1 \
+# The access log line of every request stays out of the measure: the peer has none.
+port=$(free_port)
+start "$work/serve.log" "$build/tools/orv/orv" serve --port "$port" --address 127.0.0.1 \
     --root "$work" --logLevel err
 read -r orv_rps orv_errors orv_non2xx < <(load "$port")
-start "$work/peer.log" "$build/base/bench/orv_bench_net_qt_peer" "$work/small.txt"
+port=$(free_port)
+start "$work/peer.log" "$build/base/bench/orv_bench_net_qt_peer" "$work/small.txt" "$port"
 read -r qt_rps qt_errors qt_non2xx < <(load "$port")
 
 printf '%-22s %12s %14s %8s\n' server requests/s socket-errors non-2xx

@@ -4,6 +4,7 @@
 #include "orv/HttpHeader.h"
 #include "orv/Kernel.h"
 #include "orv/Log.h"
+#include "orv/Logger.h"
 #include "orv/TestContext.h"
 #include "orv/XProgram.h"
 #include "orv/XServer.h"
@@ -179,7 +180,10 @@ void serveConnection(BasicSocket &socket, ServeSettings const &settings) {
         }
         keepAlive = !answer.closeAfter && wantsKeepAlive(request);
         bool const headOnly = !answer.closeAfter && request.getFirstLine().getRequestType() == HEAD;
-        ppInfo("serve: $ '$' -> $", socket.ipPeer(), request.getFirstLine().getLine(), answer.code);
+        // The access line is formatted only when it will be shown: it is one per request.
+        if (Logger::getLogLevel() & INFO)
+            ppInfo("serve: $ '$' -> $", socket.ipPeer(), request.getFirstLine().getLine(),
+                   answer.code);
         if (!sendAnswer(socket, answer, headOnly, keepAlive, settings.timeoutMs))
             return;
         if (answer.closeAfter)
