@@ -147,6 +147,11 @@ qintptr socketListen(QHostAddress const &address, unsigned short port, int backl
     return fd;
 }
 
+// Linux takes a second listen() on a listening socket as the new queue length.
+bool socketSetBacklog(qintptr listener, int backlog) {
+    return ::listen(static_cast<int>(listener), backlog) == 0;
+}
+
 int socketWait(qintptr handle, bool forWrite, int timeoutMs) {
     pollfd entry{static_cast<int>(handle), static_cast<short>(forWrite ? POLLOUT : POLLIN), 0};
     Clock::time_point const deadline = Clock::now() + std::chrono::milliseconds(timeoutMs);

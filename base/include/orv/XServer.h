@@ -32,6 +32,10 @@ public:
     // A pending connection at once, or the next within ms; null when none came.
     BasicSocket *pollForNextSocket(int ms);
 
+    // After listen(): lets the system queue up to backlog connections that no poll has
+    // taken yet, beyond the 50 that QTcpServer asks for. False if not listening.
+    bool setListenBacklog(int backlog);
+
     // Certificate and unencrypted RSA key from PEM files; clients aren't verified.
     static bool setupSSLConfig(QSslConfiguration &config, QString const &certFile,
                                QString const &keyFile);

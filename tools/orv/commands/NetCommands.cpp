@@ -40,6 +40,7 @@ constexpr int STOP_CHECK_MS = 200;
 // Bytes queued on a socket before the sender waits for them to leave.
 constexpr qint64 SEND_WINDOW = 256 * 1024;
 constexpr qint64 FILE_CHUNK = 64 * 1024;
+constexpr int LISTEN_BACKLOG = 1024;
 
 struct ServeSettings {
     QString root; // canonical, without a trailing slash
@@ -257,6 +258,8 @@ int serveCommand(Kernel &kernel) {
                 server.errorString());
         return EXIT_ORV_IO;
     }
+    // Connections wait there while every worker is busy: more than Qt's 50 of them.
+    server.setListenBacklog(LISTEN_BACKLOG);
     ppInfo("serve: listening on $ port $, root '$', tls:$", address.toString(), server.serverPort(),
            settings.root, !cert.isEmpty());
 

@@ -70,6 +70,8 @@ std::vector<QHostAddress> resolveHost(QString const &host, QString &errorText);
 qintptr socketConnect(QHostAddress const &address, unsigned short port, int timeoutMs);
 // A listening TCP socket; an "any" address takes IPv6 and IPv4 where it can.
 qintptr socketListen(QHostAddress const &address, unsigned short port, int backlog);
+// Sets the queue length of a socket that listens already.
+bool socketSetBacklog(qintptr listener, int backlog);
 // Waits until handle can be read (or accepted from), or written: 1 ready, 0 the
 // time-out passed, -1 an error. timeoutMs below 0 waits without a limit.
 int socketWait(qintptr handle, bool forWrite, int timeoutMs);

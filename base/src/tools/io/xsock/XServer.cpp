@@ -5,6 +5,7 @@
 #include "orv/Log.h"
 #include "orv/XError.h"
 #include "orv/XSocket.h"
+#include "tools/platform/OrvPlatform.h"
 
 #include <QtCore/QFile>
 #include <QtCore/QThread>
@@ -51,6 +52,10 @@ BasicSocket *XServer::pollForNextSocket(int ms) {
         return nullptr;
     socket->moveToThread(QThread::currentThread());
     return dynamic_cast<BasicSocket *>(socket);
+}
+
+bool XServer::setListenBacklog(int backlog) {
+    return isListening() && platform::socketSetBacklog(socketDescriptor(), backlog);
 }
 
 bool XServer::setupSSLConfig(QSslConfiguration &config, QString const &certFile,
