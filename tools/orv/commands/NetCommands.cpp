@@ -15,7 +15,6 @@
 #include <QtCore/QElapsedTimer>
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
-#include <QtCore/QRegularExpression>
 #include <QtCore/QRunnable>
 #include <QtCore/QSemaphore>
 #include <QtCore/QThread>
@@ -62,9 +61,9 @@ Answer errorAnswer(int code, char const *text, bool closeAfter) {
 // resource is percent-decoded before ".." is resolved, and the result must still
 // lie under the root once links are followed, so no spelling reaches outside it.
 QString fileUnderRoot(QString const &root, QString resource) {
-    int const cut = resource.indexOf(QRegularExpression(QStringLiteral("[?#]")));
-    if (cut >= 0)
-        resource.truncate(cut);
+    for (QChar const end : {QLatin1Char('?'), QLatin1Char('#')})
+        if (resource.contains(end))
+            resource.truncate(resource.indexOf(end));
     QString const decoded = QUrl::fromPercentEncoding(resource.toLatin1());
     if (decoded.contains(QChar(0)))
         return QString();
