@@ -8,6 +8,8 @@ packages=(
   qtbase5-dev qtbase5-dev-tools
   libgtest-dev libgmock-dev libbenchmark-dev libspdlog-dev
   zlib1g-dev clang-format
+  libeigen3-dev libgeos-dev
+  libpugixml-dev shared-mime-info
   curl openssl python3 wrk libhttp-parser-dev
 )
 

@@ -34,11 +34,12 @@ QString sample(char const *name) { return QStringLiteral(ORV_SAMPLE_DIR "/") + n
 TEST(OrvProgram, ListingNamesEveryCommandWithItsDescriptionAndGives1) {
     ChildRun const run = runOrv({});
     EXPECT_EQ(run.exitCode, 1);
-    for (char const *command : {"cmdline", "format", "get", "loginfo", "md5", "serve"}) {
+    for (char const *command :
+         {"cmdline", "format", "get", "loginfo", "md5", "serve", "triangulate", "xml"}) {
         QRegularExpression const line(QStringLiteral("\\b%1 \\.+ \\S").arg(command));
         EXPECT_TRUE(run.output.contains(line)) << command << "\n" << run.output.toStdString();
     }
-    EXPECT_TRUE(run.output.contains("basic tests:6"));
+    EXPECT_TRUE(run.output.contains("basic tests:8"));
 }
 
 // Each run gives its status and output lines that hold every text of has and none of lacks.
@@ -48,7 +49,11 @@ TEST(OrvProgram, CommandsGiveTheirResultAndStatus) {
         int exitCode;
         QStringList has, lacks;
     } const rows[] = {
-        {{"md5", "--help"}, 20, {"md5 --file F", "--logTrailler false"}, {}},
+        {{"md5", "--help"},
+         20,
+         {"md5 --file F", "--logTrailler false",
+          "--logRotate (second | minute | hour | day | month | year)"},
+         {}},
         {{"md5", "--HELP"}, 20, {"md5 --file F", "--logTrailler false"}, {}},
         {{"nosuch"}, 1, {"test 'nosuch' not found"}, {}},
         {{"md5", "--file", sample("fox.txt")}, 0, {"37c4b87edffc5d198ff5a185cee7ee09  "}, {}},
@@ -67,6 +72,19 @@ TEST(OrvProgram, CommandsGiveTheirResultAndStatus) {
          {"loginfo line 1 at ERROR"},
          {"loginfo line 1 at WARN", "loginfo line 1 at INFO", "executing test 'loginfo'"}},
         {{"loginfo"}, 0, {"loginfo line 1 at TEST", "executing test 'loginfo'"}, {}},
+        {{"xml", "--file", sample("scene.xml"), "--query", "camera"},
+         0,
+         {"5 elements, 7 attributes, depth 1", "<camera fov=\"60\" >front view</camera>"},
+         {}},
+        {{"xml", "--file", sample("missing.xml")}, 4, {"xml: file '"}, {}},
+        {{"xml", "--file", sample("include-loop.xml")}, 7, {"includes itself"}, {}},
+        {{"xml", "--file", sample("scene.xml"), "--schema", sample("scene-schema.xml")},
+         7,
+         {"/scene@demo: <mesh> occurs 2 times, allowed 0..1",
+          "/scene@demo: attribute 'scale' = 20 is above 10",
+          "/scene@demo: attribute 'mode' = 'slow' is not one of 0,fast,good",
+          "3 schema finding(s)"},
+         {}},
     };
     for (Row const &row : rows) {
         ChildRun const run = runOrv(row.args);
@@ -77,6 +95,39 @@ TEST(OrvProgram, CommandsGiveTheirResultAndStatus) {
         for (QString const &text : row.lacks)
             EXPECT_FALSE(run.output.contains(text)) << text.toStdString();
     }
+}
+
+// Each polygon file gives its status and a line holding the text.
+TEST(OrvProgram, TriangulateReadsAPolygonFileAndRefusesBadOnes) {
+    QTemporaryDir dir;
+    ASSERT_TRUE(dir.isValid());
+    struct Row {
+        QByteArray content;
+        int exitCode;
+        QString has;
+    } const rows[] = {
+        {"0 0\n4 0\n4 3\n0 3\n", 0, "triangles: 2, area: 12.000000, contour area: 12.000000"},
+        {"0 3\n4 3\n4 0\n0 0\n0 3\n", 0, "triangles: 2, area: 12.000000"}, // closed, clockwise
+        {"0 0\n2 2\n2 0\n0 2\n", 3, "self-intersecting or degenerate: no ear left after 1"},
+        {"", 3, "a polygon needs at least 3 points"},
+        {"0 0\n1 0\nnan 1\n", 9, "line 3: expected two numbers \"x y\", found 'nan 1'"},
+        {QByteArray("0 0\n\xff\x00 1\n", 8), 9, "line 2: expected two numbers"},
+    };
+    int index = 0;
+    for (Row const &row : rows) {
+        QString const path = dir.filePath(QStringLiteral("polygon%1.txt").arg(++index));
+        QFile file(path);
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(row.content);
+        file.close();
+        ChildRun const run = runOrv({"triangulate", "--file", path});
+        SCOPED_TRACE(row.content.toStdString() + "\n" + run.output.toStdString());
+        EXPECT_EQ(run.exitCode, row.exitCode);
+        EXPECT_TRUE(run.output.contains(row.has)) << row.has.toStdString();
+    }
+    EXPECT_EQ(runOrv({"triangulate"}).exitCode, 6);
+    EXPECT_EQ(runOrv({"triangulate", "--file", dir.filePath("missing.txt")}).exitCode, 4);
+    EXPECT_EQ(runOrv({"triangulate", "--file", dir.path()}).exitCode, 4);
 }
 
 TEST(OrvProgram, LogFileHoldsTheHeaderAndTheLines) {

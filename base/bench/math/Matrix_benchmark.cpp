@@ -1,5 +1,6 @@
 // Matrix_benchmark.cpp: matrix product, vector normalization and quaternion product
-// beside a plain hand-written std::array peer (QtGui's QMatrix4x4 isn't linked).
+// beside a plain hand-written std::array peer (QtGui's QMatrix4x4 isn't linked) and,
+// where the system has it, Eigen.
 #include "orv/Matrix.h"
 #include "orv/Quaternion.h"
 
@@ -7,6 +8,10 @@
 
 #include <array>
 #include <cmath>
+
+#ifdef ORV_HAVE_EIGEN
+#include <Eigen/Dense>
+#endif
 
 namespace {
 
@@ -74,6 +79,44 @@ void BM_Plain_Vector3Normalize(benchmark::State &state) {
     }
 }
 BENCHMARK(BM_Plain_Vector3Normalize);
+
+#ifdef ORV_HAVE_EIGEN
+
+// Row-major like Matrix4, so that both multiply the same 16 floats in the same layout.
+using EigenMatrix4 = Eigen::Matrix<float, 4, 4, Eigen::RowMajor>;
+
+void BM_Eigen_Matrix4Multiply(benchmark::State &state) {
+    orv::Matrix4 const m = sampleMatrix();
+    EigenMatrix4 const b = Eigen::Map<EigenMatrix4 const>(m.m);
+    EigenMatrix4 a = b;
+    for (auto _ : state) {
+        a = a * b;
+        benchmark::DoNotOptimize(a);
+    }
+}
+BENCHMARK(BM_Eigen_Matrix4Multiply);
+
+void BM_Eigen_Vector3Normalize(benchmark::State &state) {
+    Eigen::Vector3f const v(3, -4, 12);
+    for (auto _ : state) {
+        Eigen::Vector3f n = v;
+        benchmark::DoNotOptimize(n);
+        n.normalize();
+        benchmark::DoNotOptimize(n);
+    }
+}
+BENCHMARK(BM_Eigen_Vector3Normalize);
+
+#else
+
+void BM_Eigen_Missing(benchmark::State &state) {
+    state.SkipWithError("Eigen (Debian libeigen3-dev) not installed: no Eigen peer measured");
+    for (auto _ : state) {
+    }
+}
+BENCHMARK(BM_Eigen_Missing);
+
+#endif
 
 void BM_Quaternion_Multiply(benchmark::State &state) {
     orv::Quaternion const b(orv::Vector3(1, 2, 3).getNormal(), 0.01f);

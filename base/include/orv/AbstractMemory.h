@@ -33,6 +33,8 @@ public:
     virtual char const *mem() const = 0;
     virtual char *mem() = 0;
     virtual quint64 length() const = 0;
+    // A copy of the bytes. A block past what a QByteArray holds (about 2 GiB) gives an
+    // empty array and an ERROR line naming its length, never a shortened copy.
     virtual XByteArray createByteArray() const = 0;
 
     // Copies sz bytes over the head of the block; the length stays. False when p is
@@ -52,9 +54,11 @@ public:
     virtual void show(unsigned int space) const;
     virtual QString toString(quint64 head, quint64 tail, bool asc, bool hex, bool md5) const;
     virtual std::string toStdString(quint64 head, quint64 tail, bool asc, bool hex, bool md5) const;
-    // A new[] copy the caller deletes; null for a null or empty block.
+    // A new[] copy the caller deletes; null for a null or empty block, or when the
+    // memory for the copy cannot be had.
     virtual char const *memCopy() const;
     virtual char *memCopy();
+    // False for a null or empty block, or one past what a QBuffer holds (about 2 GiB).
     virtual bool writeToQBuffer(QBuffer &buffer) const;
 
     bool isValid() const { return mem() != nullptr; }

@@ -13,7 +13,7 @@
 namespace orv {
 
 class CommandLine;
-class XRecord;
+struct XRecord;
 
 class ORV_EXPORT ArgsEnv {
 public:

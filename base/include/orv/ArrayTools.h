@@ -18,7 +18,8 @@ namespace orv {
 // empty array or false.
 class ORV_EXPORT ArrayTools {
 public:
-    // 00, the stuffed payload (no 0 byte in it), 00.
+    // 00, the stuffed payload (no 0 byte in it), 00. Empty, with an ERROR line, when
+    // the frame would outgrow what a QByteArray holds (a payload near 2 GiB).
     static QByteArray frameQByteArray(QByteArray const &payload);
     // Drops every 0 byte of the input, delimiters and strays alike, and decodes the
     // rest: cutting a stream at its delimiters is the reader's job.
@@ -33,6 +34,7 @@ public:
     static quint64 stuffData(unsigned char const *src, quint64 n, unsigned char *dst);
     static quint64 unStuffData(unsigned char const *src, quint64 n, unsigned char *dst);
     // The same, written over dst from index 0: dst grows when needed, never shrinks.
+    // 0 bytes, with an ERROR line, when the stuffed form would outgrow a QByteArray.
     static quint64 stuffToQByteArray(QByteArray const &src, QByteArray &dst);
     static quint64 unStuffQData(QByteArray const &src, QByteArray &dst);
 
@@ -51,7 +53,8 @@ public:
     }
     static QByteArray arRemoveAll(QByteArray &ar);
     static quint64 countCharsOf(QByteArray const &ar, char c);
-    // n bytes running A to Z and round again.
+    // n bytes running A to Z and round again; empty, with an ERROR line, for n past
+    // what a QByteArray holds.
     static QByteArray createQByteArrayABC(quint64 n);
     // n - 1 bytes from [low, high] and a zero byte, from the library's shared generator:
     // reproducible per run; calls from several threads take turns.

@@ -19,7 +19,7 @@ ORV_EXPORT bool is_Gui_Thread();
 // or after msWait by a single-shot timer. From any other thread: posted to the
 // application object as a kernel event and run at the next turn of its loop,
 // msWait dropped; the caller doesn't wait. Only a kernel application (Kernel.h)
-// runs those events.
+// runs those events. An empty f runs nothing and logs its ERROR line.
 ORV_EXPORT void run_in_Gui_Thread(std::function<void()> f, unsigned int msWait);
 
 } // namespace orv::qt

@@ -86,16 +86,17 @@ public:
     void show(unsigned int space) const;
     void showArgcArgv(unsigned int space) const;
 
-    // On the GUI thread: f at once (msWait 0; an empty f throws
-    // std::bad_function_call) or after msWait by a single-shot timer. From any other
-    // thread: posted to the application object and run at the next turn of its event
-    // loop, msWait dropped; the caller doesn't wait, and with no application object
-    // the work is lost.
+    // On the GUI thread: f at once (msWait 0) or after msWait by a single-shot timer.
+    // From any other thread: posted to the application object and run at the next turn
+    // of its event loop, msWait dropped; the caller doesn't wait, and with no
+    // application object the work is lost. An empty f runs nothing, on any thread: an
+    // ERROR line "XLamdaGUIEvent::runMethod functionGUI == null".
     static void runInGui(std::function<void()> f, quint64 msWait);
 
     // On the GUI thread f takes mem at once; from any other thread mem moves into an
     // event posted to the application object and f takes it at the next turn of its
-    // loop. With no application object the block is lost with the event.
+    // loop. With no application object the block is lost with the event. An empty f
+    // takes nothing: an ERROR line "OrvKernelEvent::runMethod, fuData == nullptr".
     static void move_mem_to_main_thread(XMem &&mem, std::function<void(XMem &&)> f);
 
     // Runs a kernel event inside the notification; true whatever the event.

@@ -66,6 +66,8 @@ public:
     char const *randLine(quint64 length, quint64 maxWord, bool upperOnly, char end);
     // size - 1 bytes from [lo, hi], then a zero byte.
     void fillCharArray(char *buffer, quint64 size, unsigned int lo, unsigned int hi) const;
+    // A size past what a QByteArray holds (about 2 GiB) leaves bytes as it was, with
+    // an ERROR line.
     void fillQByteArray(QByteArray &bytes, quint64 size, unsigned int lo, unsigned int hi) const;
     QByteArray randQByteArray(quint64 size, unsigned int lo, unsigned int hi) const;
     void resizeInternalStringBuffer(quint64 size);

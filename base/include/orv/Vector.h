@@ -105,6 +105,8 @@ public:
     void addX(float d) { x += d; }
     void addY(float d) { y += d; }
     void addZ(float d) { z += d; }
+    // The Euclidean distance strictly below d.
+    bool isInTheNearOf(Vector3 const &v, float d) const { return ~(*this - v) < d; }
     // Any one axis beyond t decides; not a strict order, only for points spread along an axis.
     bool isSmaller_within_RBTree(Vector3 const &v, float t) const {
         return v.x > x + t || v.y > y + t || v.z > z + t;

@@ -35,7 +35,8 @@ public:
     XByteArray &operator=(XByteArray &&other) noexcept;
 
     // A view of foreign bytes, nothing copied: they must outlive the result (or until
-    // a write detaches it). The length is cut to 32 bits.
+    // a write detaches it). A length past what a QByteArray holds (about 2 GiB) gives
+    // an empty array and an ERROR line.
     static XByteArray fromMem(char const *p, quint64 len);
     // Each line's UTF-8 and its line end (CR LF or LF), the last line's too.
     static XByteArray fromStringLines(std::vector<QString> const &lines, bool crlf);
@@ -68,7 +69,8 @@ public:
     void appendStdString(std::string const &text);
     XByteArray &operator+=(QString const &text);
 
-    // Deep copy; a null pMem is fatal.
+    // Deep copy; a null pMem is fatal. A length past what a QByteArray holds leaves
+    // the array as it was, with ORV_ERROR_NUMBER_TOO_BIG and an ERROR line.
     void setMemory(void const *pMem, quint64 sz);
     void erase(int pos, int len) { remove(pos, len); }
 
@@ -92,7 +94,8 @@ public:
     unsigned short readUInt16() const;
     unsigned int readUInt32() const;
     void writePadByte() { append('\0'); }
-    void writePadBytes(unsigned int n) { append(QByteArray(static_cast<int>(n), '\0')); }
+    // Past what a QByteArray holds: nothing appended, an ERROR line.
+    void writePadBytes(unsigned int n);
     void writeQStringUTF8(QString const &text, bool newline);
 
     // As XMem::loadMem with a part size; a part above the file's size is

@@ -123,7 +123,9 @@ public:
     QString readString() override;
 
     // One line without its LF or CRLF, read as at most maxLen - 2 bytes (longer lines
-    // come in pieces; maxLen is at least 3). Empty at the end, which sets isEOF().
+    // come in pieces; maxLen is at least 3, and pieces stay below 1 GiB). The text ends
+    // at a 0 byte. Memory goes by the line read, not by maxLen. Empty at the end, which
+    // sets isEOF().
     QString readAsciiLine(unsigned int maxLen);
     // Reads lines until the end and returns how many it appended. flags: 2 trims each
     // line, 4 drops empty lines, 8 drops lines that start with "#".
@@ -134,7 +136,8 @@ public:
     bool isEOF() const { return eof; }
 
     // The whole file in a new[] buffer the caller deletes, and its length in len.
-    // Null (len 0) for a missing file or one longer than maxLen.
+    // Null (len 0) for a missing file, one gone since the check, one longer than
+    // maxLen, or one whose buffer cannot be had.
     static char *readBufferFromFile(QString const &fileName, qint64 &len, qint64 maxLen);
 
 private:

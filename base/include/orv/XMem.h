@@ -91,7 +91,8 @@ public:
 
     // Appends one string record: 8-byte length, then the UTF-8 bytes.
     void append_string(QString const &text);
-    // The block as UTF-8 without its last byte (the terminator).
+    // The block as UTF-8 without its last byte (the terminator); empty, with an ERROR
+    // line, past what a QString holds (about 1 GiB).
     QString get_string() const;
     // The C string length; 0 with a WARN line when the block holds no terminator.
     quint64 stringLen() const;

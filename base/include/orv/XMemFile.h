@@ -49,7 +49,8 @@ public:
     // path as its url; a partial load leaves the type as it was.
     bool loadFromFile(QString const &path, quint64 szPart) override;
 
-    // The whole block as UTF-8, no terminator assumed.
+    // The whole block as UTF-8, no terminator assumed; empty, with an ERROR line, past
+    // what a QString holds (about 1 GiB).
     QString asString() const;
     // The file's text with its terminator as a last character 0; "" on failure.
     static QString fromFile(QString const &path);

@@ -178,6 +178,8 @@ struct ORV_EXPORT XRecord : AbstractXRecord {
     void setQByteArray(QString const &key, QByteArray const &bytes);
     // The block as Base64; an empty value gives an empty block.
     XMem get_mem(QString const &key) const;
+    // A block whose Base64 would not fit a QString (about 750 MiB) leaves the key as
+    // it was, with an ERROR line.
     void set_mem(QString const &key, XMem const &block);
     std::vector<QString> get_string_array(QString const &key) const;
     void set_string_array(QString const &key, std::vector<QString> const &texts);
@@ -239,6 +241,13 @@ struct ORV_EXPORT XRecord : AbstractXRecord {
     virtual void setVisible(bool on) { setBool(QStringLiteral("visible"), on); }
     // A hook for subclasses; the record itself stays as it is.
     virtual void reset();
+
+protected:
+    // Hands other's whole table over in one move (XNode::moveAttributes); other ends empty.
+    void takeAttributesFrom(XRecord &other) {
+        attributes = std::move(other.attributes);
+        other.attributes.clear();
+    }
 
 private:
     void parseAttributesClassic(QString const &text);

@@ -29,6 +29,7 @@ public:
     // a segment error.
     XByteArray createByteArray() const override;
 
+    // False, with an ERROR line, for a size past what a segment holds (2 GiB - 1).
     bool createMem(unsigned int size, QSharedMemory::AccessMode mode);
     // The whole segment into target through its setMem: a fixed block must be large
     // enough, an XMem takes the segment's size. False when not attached.
@@ -37,7 +38,8 @@ public:
     // when not attached or when source is longer than the segment.
     bool writeMem(AbstractMemory &source);
     // Creates the segment with source's length and fills it; false for an empty
-    // source or when the segment can't be created (the key is taken, for one).
+    // source, one past what a segment holds (with an ERROR line naming its length),
+    // or when the segment can't be created (the key is taken, for one).
     bool writeCreateMem(AbstractMemory &source);
 
     using AbstractMemory::toString;

@@ -31,7 +31,8 @@ public:
     quint64 getTimeStart() const { return timeStart; }
     quint64 getTimeStop() const { return timeStop; }
 
-    // The last span; 0 when not stopped (or restarted since), silently.
+    // timeStop - timeStart; 0 when never stopped, silently. Between a restart and the
+    // next stop the stop belongs to the run before, and the difference wraps around.
     quint64 elapsed_time_microSeconds() const;
     // The last span; not stopped: a warning and 0.
     quint64 elapsed_time_milliSeconds() const;

@@ -89,6 +89,7 @@ ORV_EXPORT QString pointerString(void const *pointer);
 // decimals, with the formatter's text forms as print() and appendF().
 class ORV_EXPORT XStringStream : public QTextStream {
 public:
+    // Writes into a string of its own, which toString() gives back.
     XStringStream();
     explicit XStringStream(QString &text);
     explicit XStringStream(QString *text);
@@ -135,6 +136,9 @@ public:
 
 private:
     void setLibraryDefaults();
+
+    // The target of a default-constructed stream.
+    QString ownText;
 };
 
 } // namespace orv

@@ -16,7 +16,8 @@
 
 namespace orv {
 
-// Runs one function on a pool thread; an empty one throws std::bad_function_call there.
+// Runs one function on a pool thread; an empty one runs nothing and logs
+// "XFunctionRunner::run, function == null" at ERROR.
 class ORV_EXPORT XFunctionRunner : public QRunnable {
 public:
     explicit XFunctionRunner(std::function<void()> f);

@@ -141,8 +141,9 @@ public:
     // A new slot, not started; when disabled or full, the shared dummy slot (a full
     // table warns each time).
     XTimeSlot_Impl *createSlotImpl();
-    // Stops previous and starts the next phase on the global table with previous's
-    // type; msg defaults to previous's end text, then to its begin text.
+    // Stops previous (one already stopped logs its ERROR line) and starts the next
+    // phase on the global table with previous's type; msg defaults to previous's end
+    // text, then to its begin text.
     static XTimeSlot chain_slot(XTimeSlot &previous, QString const &msg);
 
     void clear();

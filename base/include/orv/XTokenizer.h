@@ -46,9 +46,12 @@ public:
     // tokenAt(cursor), and the cursor moves on, also past the end.
     QStringRef &nextToken();
     QStringRef const &nextToken() const;
-    QStringRef &currentToken(unsigned int offset = 0) { return tokenAt(index + offset); }
+    // A text holds fewer than 2^31 characters, so the token count fits 32 bits.
+    QStringRef &currentToken(unsigned int offset = 0) {
+        return tokenAt(static_cast<unsigned int>(index + offset));
+    }
     QStringRef const &currentToken(unsigned int offset = 0) const {
-        return tokenAt(index + offset);
+        return tokenAt(static_cast<unsigned int>(index + offset));
     }
     QString stringAt(unsigned int i) const { return tokenAt(i).toString(); }
 

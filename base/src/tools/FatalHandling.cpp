@@ -2,7 +2,9 @@
 #include "orv/XError.h"
 
 #include "orv/Logger.h"
-#include "orv/XStringStream.h"
+#include "tools/log/LoggerState.h"
+
+#include <QtCore/QByteArray>
 
 #include <chrono>
 #include <cstdlib>
@@ -12,10 +14,18 @@ namespace orv {
 
 namespace {
 
+// Plain standard output, no trailer and no lock: the console mutex may be held by
+// the very thread that failed.
+void toStdout(QByteArray const &lines) { logger::writeLine(lines); }
+
 // Five seconds give a watching user or a test harness the time to read the place.
 void announceExitAndWait() {
-    Logger::printToCout("program will exit in 5 sec");
+    toStdout("program will exit in 5 sec");
     std::this_thread::sleep_for(std::chrono::milliseconds(5000));
+}
+
+QByteArray place(char const *file, int line) {
+    return QByteArray(file ? file : "") + "\nLINE:" + QByteArray::number(line);
 }
 
 } // namespace
@@ -23,20 +33,16 @@ void announceExitAndWait() {
 void boolExpressionHandling(char const *file, int line) {
     // The logger stops first, so that what it queued reaches the appenders.
     loggerQuit();
-    Logger::printToCout("bool expression failure:");
-    Logger::printToCout(file);
-    Logger::printToCout(xprintF("LINE:$", line));
+    toStdout("bool expression failure:\n" + place(file, line));
     announceExitAndWait();
-    Logger::printToCout("program exit !");
+    toStdout("program exit !");
     std::exit(1);
 }
 
 void nullPointerHandling(char const *file, int line, QString const &message) {
     // The logger stops first, so that what it queued reaches the appenders.
     loggerQuit();
-    Logger::printToCout(QStringLiteral("nullptr:") + message);
-    Logger::printToCout(file);
-    Logger::printToCout(xprintF("LINE:$", line));
+    toStdout("nullptr:" + message.toUtf8() + '\n' + place(file, line));
     announceExitAndWait();
     std::exit(1);
 }

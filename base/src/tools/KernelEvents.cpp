@@ -90,6 +90,12 @@ void XLambda_GUI_Event::runMethod() {
 
 void Kernel::runInGui(std::function<void()> f, quint64 msWait) {
     if (qt::is_Gui_Thread()) {
+        // The same answer as the event path gives, rather than an exception here or,
+        // after a delay, inside the event loop.
+        if (!f) {
+            ppError("XLamdaGUIEvent::runMethod functionGUI == null");
+            return;
+        }
         if (msWait == 0)
             f();
         else
@@ -108,6 +114,11 @@ void Kernel::move_mem_to_main_thread(XMem &&mem, std::function<void(XMem &&)> f)
     if (qt::is_Gui_Thread()) {
         if (debug)
             ppDebug("Kernel::move_mem_to_main_thread - GUI thread");
+        // The event path's answer; the block stays with the caller.
+        if (!f) {
+            ppError("OrvKernelEvent::runMethod, fuData == nullptr");
+            return;
+        }
         f(std::move(mem));
         return;
     }

@@ -7,7 +7,9 @@ namespace orv {
 
 namespace {
 
-char const *const version = "1.40.20";
+// The version comes from the build (the CMake project's), so that the library, its
+// packages and this record never disagree.
+char const *const version = ORV_VERSION;
 // Empty in this build; a patched build names itself here.
 char const *const versionSuffix = "";
 
@@ -24,7 +26,11 @@ QString OrvVersion::getTimestamp_Time() { return QStringLiteral(__TIME__); }
 
 QString OrvVersion::getVersion() { return QLatin1String(version) + QLatin1String(versionSuffix); }
 
-double OrvVersion::getVersionNumber() { return 1.402; }
+// 1.40.20 reads as 1.402: the minor part in hundredths, the patch in ten-thousandths.
+double OrvVersion::getVersionNumber() {
+    // One division, so that the result is the double nearest to the decimal.
+    return (ORV_VERSION_MAJOR * 10000 + ORV_VERSION_MINOR * 100 + ORV_VERSION_PATCH) / 10000.0;
+}
 
 bool XAdditionalLibInfos::addLibInfo(QString text, bool) {
     auto *msg = new LogMessageString(text);

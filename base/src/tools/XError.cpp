@@ -3,7 +3,7 @@
 #include "orv/XError.h"
 
 #include "orv/Log.h"
-#include "orv/Logger.h"
+#include "tools/log/LoggerState.h"
 #include "tools/platform/OrvPlatform.h"
 
 #include <cerrno>
@@ -20,8 +20,10 @@ std::map<unsigned int, QString> &rawMap() {
 }
 
 void insertError(unsigned int code, QString const &text) {
+    // Plain standard output: the first texts are added before any logger exists.
     if (!rawMap().emplace(code, text).second)
-        Logger::printToCout(xprintF("XErrorMap::addError, key already present, key:$", code));
+        logger::writeLine("XErrorMap::addError, key already present, key:" +
+                          QByteArray::number(code));
 }
 
 } // namespace

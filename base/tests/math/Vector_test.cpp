@@ -128,6 +128,8 @@ TEST(Vector3, OrderingHelperTakesAnyAxisAlone) {
     EXPECT_FALSE(a.isSmaller_within_RBTree(Vector3(1.4f, 1.4f, 1.4f), 0.5f));
     EXPECT_TRUE(Vector2(0, 0).isInTheNearOf(Vector2(3, 4), 5.01f));
     EXPECT_FALSE(Vector2(0, 0).isInTheNearOf(Vector2(3, 4), 5.0f));
+    EXPECT_TRUE(Vector3(1, 2, 3).isInTheNearOf(Vector3(3, 4, 4), 3.01f));
+    EXPECT_FALSE(Vector3(1, 2, 3).isInTheNearOf(Vector3(3, 4, 4), 3.0f));
 }
 
 TEST(Vector3, TextForms) {

@@ -1,5 +1,6 @@
-// ConsoleCapture.h: stdout of a piece of code, with the "<counter> <time> <thread> "
-// trailers of Logger::printToCout taken off, so that tests compare the texts alone.
+// ConsoleCapture.h: stdout of a piece of code, as it stands or with the
+// "<counter> <time> <thread> " trailers of Logger::printToCout taken off, so that tests
+// compare the texts alone.
 //
 //   EXPECT_EQ(orv::test::coutWithoutTrailers([] { orv::Logger::printToCout("x"); }), "x\n");
 #pragma once
@@ -13,20 +14,21 @@
 
 namespace orv::test {
 
-// One trailer as a POSIX extended expression, for the expected output of death tests.
-inline std::string const simpleTrailerPattern =
-    "<[0-9]{6}> <[0-9]{2}:[0-9]{2}:[0-9]{2},[0-9]{3}> <[0-9]{6,}> ";
-
 inline std::string withoutSimpleTrailers(std::string const &out) {
     static QRegularExpression const trailer(R"(^<\d{6}> <\d\d:\d\d:\d\d,\d{3}> <\d{6,}> )",
                                             QRegularExpression::MultilineOption);
     return QString::fromStdString(out).remove(trailer).toStdString();
 }
 
-template <typename Print> std::string coutWithoutTrailers(Print print) {
+// Everything print wrote to stdout, as it stands.
+template <typename Print> std::string coutOf(Print print) {
     testing::internal::CaptureStdout();
     print();
-    return withoutSimpleTrailers(testing::internal::GetCapturedStdout());
+    return testing::internal::GetCapturedStdout();
+}
+
+template <typename Print> std::string coutWithoutTrailers(Print print) {
+    return withoutSimpleTrailers(coutOf(print));
 }
 
 } // namespace orv::test

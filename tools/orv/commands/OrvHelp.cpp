@@ -13,20 +13,24 @@ char const *helpText() {
            " cmdline --line \"cmd --k v\"      parse one command line, show its table\n"
            " format --text \"a $ b\" --args x,y  fill the $ places of a text\n"
            " loginfo [--count N]             log header and N lines at every level\n"
+           " triangulate --file F            triangles and area of a polygon, \"x y\" per line\n"
+           " xml --file F                    parse an XML document with its includes: counts\n"
+           "     [--show] [--query P]        print the tree, or the node at path P\n"
+           "     [--schema S] [--save OUT]   list what breaks schema S, write the tree back\n"
            " serve --port P [--root DIR] [--cert C --key K] [--address A] [--workers N]\n"
            "       [--timeout MS]            answer GET and HEAD for the files under DIR\n"
-           "                                 (default .) until SIGINT or SIGTERM; port 0 picks "
-           "one\n"
+           "                                 (default .) until SIGINT or SIGTERM; port 0: any\n"
            " get URL [--out FILE] [--timeout MS]  fetch an http or https URL, print its head\n"
            "\n"
            "logger options, for every command\n"
            " --logLevel debug|test|info|warn|err\n"
            " --logDir D --logFile F          also log to the file D/F\n"
            " --logTrailler false             console lines without number, time, thread\n"
-           " --logRotate (minute | hour | day | month | year)\n"
+           " --logRotate (second | minute | hour | day | month | year)\n"
            "\n"
-           "exit status: 0 success, 1 listing or failure, 4 file not found,\n"
-           "6 argument problem, 9 parsing problem, 20 this help\n";
+           "exit status: 0 success, 1 listing or failure, 3 math problem (bad polygon),\n"
+           "4 file not found, 5 read error, 6 argument problem,\n"
+           "7 XML problem (include, schema), 9 parsing problem, 20 this help\n";
 }
 
 } // namespace orvtool

@@ -71,7 +71,8 @@ bool CheckSum::calc(XAtomic<bool> &run, XAtomic<int> &percent) {
     run = true;
     percent = 0;
     if (err != ERR::NO_ERROR && err != ERR::STILL_CALCULATING) {
-        ppDebug("CheckSum::calc, err != ERR::STILL_CALCULATING, err:$", err_to_string(err));
+        if (atomicFlagDebug)
+            ppDebug("CheckSum::calc, err != ERR::STILL_CALCULATING, err:$", err_to_string(err));
         return false;
     }
     calculating = true;

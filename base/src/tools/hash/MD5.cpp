@@ -5,6 +5,7 @@
 
 #include <QtCore/QFile>
 
+#include <algorithm>
 #include <cstdio>
 #include <cstring>
 #include <memory>
@@ -79,9 +80,11 @@ MD5::MD5() { init(); }
 
 MD5::MD5(unsigned char const *cString) {
     init();
-    if (cString)
-        update(cString,
-               static_cast<unsigned int>(std::strlen(reinterpret_cast<char const *>(cString))));
+    size_t const len = cString ? std::strlen(reinterpret_cast<char const *>(cString)) : 0;
+    // update takes 32-bit lengths: a longer text goes in pieces.
+    size_t constexpr piece = size_t(1) << 30;
+    for (size_t pos = 0; pos < len; pos += piece)
+        update(cString + pos, static_cast<unsigned int>(std::min(piece, len - pos)));
     finalize();
 }
 

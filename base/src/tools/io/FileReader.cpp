@@ -6,11 +6,13 @@
 #include "orv/XError.h"
 #include "tools/platform/OrvPlatform.h"
 #include "tools/thread/QtMutexLock.h"
+#include "tools/xmem/LongBlocks.h"
 
 #include <QtCore/QFile>
 
 #include <cerrno>
 #include <memory>
+#include <new>
 
 namespace orv {
 
@@ -145,15 +147,28 @@ QString FileReader::readAsciiLine(unsigned int maxLen) {
     }
     if (eof)
         return QString();
-    // Below 3 fgets would read nothing at all, and a caller looping until the end
-    // would never get there.
-    maxLen = qMax(maxLen, 3u);
-    std::unique_ptr<char[]> buffer(new char[maxLen]());
-    if (!std::fgets(buffer.get(), static_cast<int>(maxLen - 1), fp)) {
+    // Below 3 nothing would be read at all, and a caller looping until the end would
+    // never get there. Above what a QString holds the line comes in pieces too.
+    quint64 const limit = qMin<quint64>(qMax(maxLen, 3u) - 2, xmem::MAX_QSTRING_BYTES);
+    // Byte by byte, as fgets with a buffer of maxLen - 1 would read them, but with memory
+    // for the line itself rather than for the longest line allowed.
+    QByteArray line;
+    bool afterZero = false;
+    quint64 n = 0;
+    int c = 0;
+    while (n < limit && (c = std::getc(fp)) != EOF) {
+        ++n;
+        if (c == 0)
+            afterZero = true; // the text ends at the first 0 byte
+        else if (!afterZero)
+            line.append(static_cast<char>(c));
+        if (c == '\n')
+            break;
+    }
+    if (n == 0) {
         eof = true;
         return QString();
     }
-    QByteArray line(buffer.get()); // up to the first 0 byte
     if (line.endsWith('\n'))
         line.chop(1);
     if (line.endsWith('\r'))
@@ -195,12 +210,17 @@ char *FileReader::readBufferFromFile(QString const &fileName, qint64 &len, qint6
         return nullptr;
     }
     qint64 const lenReal = getFileLength(fileName);
-    if (lenReal > maxLen) {
+    // A negative length is a file that went away since the check above.
+    if (lenReal > maxLen || lenReal < 0) {
         ppError("FileReader::readBufferFromFile, '$ ' problems, lenReal:$, MAX_LEN:$", fileName,
                 lenReal, maxLen);
         return nullptr;
     }
-    std::unique_ptr<char[]> buffer(new char[lenReal]);
+    std::unique_ptr<char[]> buffer(new (std::nothrow) char[static_cast<size_t>(lenReal)]);
+    if (!buffer) {
+        ppError("FileReader::readBufferFromFile, '$', cannot allocate $ bytes", fileName, lenReal);
+        return nullptr;
+    }
     FileReader reader(fileName);
     // An empty file has nothing to read: a read of 0 bytes would only pause.
     if (!reader.isOpen() ||

@@ -66,6 +66,12 @@ void writeLine(QByteArray line) {
     std::fflush(stdout);
 }
 
+void waitUntilIdle(int ms) {
+    auto const end = std::chrono::steady_clock::now() + std::chrono::milliseconds(ms);
+    while (!state().queue.isIdle() && std::chrono::steady_clock::now() < end)
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+}
+
 } // namespace logger
 
 using logger::state;

@@ -26,6 +26,8 @@ using logger::state;
 namespace {
 
 constexpr int debugBufferSize = 4096;
+// How long quit waits at most for the logger thread to write what is queued.
+constexpr int QUIT_WAIT_MS = 1200;
 
 bool isLibraryLine(LogMessageString *msg) {
     std::vector<LogMessageString *> const &lines = XAdditionalLibInfos::libLogInfos();
@@ -160,9 +162,16 @@ void Logger::quit() {
     Logger &logger = getLogger();
     logger.logMessage(msg);
     // Nothing is written after the quit message: a rotation would only open empty files.
-    logger.scheduler->stop();
-    xSleep(600);
-    state().pool.waitForDone(600);
+    // The rotation thread is gone when quit returns, so the program can end at once
+    // (unless quit comes from that very thread, a fatal end inside a rotation).
+    if (getCurrentThreadID() == logger.scheduler->threadID())
+        logger.scheduler->stop();
+    else
+        logger.scheduler->stopJoin();
+    // The loop ends once the quit message, and so all that came before it, has been
+    // through the appenders: a program ends as soon as its log is out. The bound is
+    // for an appender that hangs.
+    state().pool.waitForDone(QUIT_WAIT_MS);
 }
 
 void loggerQuit() { Logger::quit(); }

@@ -69,4 +69,7 @@ State &state();
 // Writes line and a newline to stdout in one call, under no lock.
 void writeLine(QByteArray line);
 
+// Waits until every queued message has been through the appenders, at most ms.
+void waitUntilIdle(int ms);
+
 } // namespace orv::logger

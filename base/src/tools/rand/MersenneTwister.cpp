@@ -5,6 +5,7 @@
 #include "orv/Log.h"
 #include "orv/OrvTime.h"
 #include "orv/XError.h"
+#include "tools/xmem/LongBlocks.h"
 
 #include <new>
 
@@ -192,6 +193,8 @@ void MersenneTwister::fillCharArray(char *buffer, quint64 size, unsigned int lo,
 
 void MersenneTwister::fillQByteArray(QByteArray &bytes, quint64 size, unsigned int lo,
                                      unsigned int hi) const {
+    if (!xmem::fitsQByteArray(size, "MersenneTwister::fillQByteArray"))
+        return;
     bytes.resize(static_cast<int>(size));
     fillCharArray(bytes.data(), size, lo, hi);
 }

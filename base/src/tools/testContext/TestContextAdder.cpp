@@ -3,8 +3,8 @@
 #include "orv/TestContext.h"
 
 #include "orv/Log.h"
-#include "orv/OrvTime.h"
 #include "orv/XError.h"
+#include "tools/log/LoggerState.h"
 
 #include <algorithm>
 
@@ -94,8 +94,9 @@ std::vector<TestContext const *> TestContextAdder::getTestsByFilter(QString cons
 }
 
 void TestContextAdder::showTests(unsigned int indent, QString const &filter) {
-    // Earlier output still in the logger's queue would cut into the list.
-    xSleep(200);
+    // Earlier output still in the logger's queue would cut into the list; it has
+    // 200 ms to get out, and usually needs far less.
+    logger::waitUntilIdle(200);
     if (!tcm)
         return;
     bool const withMarker = !filter.isEmpty();

@@ -1,6 +1,7 @@
 // XThreadPool.cpp: functions and lightweight threads handed to Qt thread pools.
 #include "orv/XThreadPool.h"
 
+#include "orv/Log.h"
 #include "orv/XError.h"
 
 namespace orv {
@@ -28,6 +29,11 @@ XFunctionRunner::XFunctionRunner(std::function<void()> f) : function(std::move(f
 
 void XFunctionRunner::run() {
     published.load(std::memory_order_acquire);
+    // An exception on a pool thread would end the process.
+    if (!function) {
+        ppError("XFunctionRunner::run, function == null");
+        return;
+    }
     function();
 }
 

@@ -45,9 +45,9 @@ bool XStopwatch::isReset() const {
 quint64 XStopwatch::elapsed_time_microSeconds() const {
     quint64 const start = timeStart;
     quint64 const stop = timeStop;
-    // After a restart the stop belongs to the run before: no span yet, rather than
-    // a wrapped-around one.
-    return stop != 0 && stop >= start ? stop - start : 0;
+    // After a restart the stop belongs to the run before and the difference wraps
+    // around, as it always has; only a stopwatch never stopped gives 0.
+    return stop != 0 ? stop - start : 0;
 }
 
 quint64 XStopwatch::elapsed_time_milliSeconds() const {

@@ -66,8 +66,8 @@ XTimeSlot XTimeStats::chain_slot(XTimeSlot &previous, QString const &msg) {
     if (text.isEmpty())
         text = previous->messageBegin();
     XTimeSlot_Impl::SLOT::SLOT_TYPE const type = previous->getSlotType();
-    if (previous->isStartedButNotStopped())
-        previous->stop();
+    // Stopped whatever its state: one already stopped says so in its line.
+    previous->stop();
     XTimeSlot next = start_slot(text);
     next->setSlotType(type);
     return next;

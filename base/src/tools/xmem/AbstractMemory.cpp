@@ -1,13 +1,14 @@
 // AbstractMemory.cpp: the operations every block shares, written on mem() and length().
 #include "orv/AbstractMemory.h"
 
-#include "orv/ArrayTools.h"
 #include "orv/Log.h"
 #include "orv/XByteArray.h"
+#include "tools/xmem/LongBlocks.h"
 
 #include <QtCore/QBuffer>
 
 #include <cstring>
+#include <new>
 
 namespace orv {
 
@@ -83,7 +84,7 @@ MD5 AbstractMemory::createMD5() const {
         ppError("AbstractMemory::createMD5, length() == 0");
         return MD5();
     }
-    return MD5(mem(), static_cast<unsigned int>(length()));
+    return xmem::digestOf(mem(), length());
 }
 
 bool AbstractMemory::hasSameContents(AbstractMemory const &other) const {
@@ -114,9 +115,9 @@ QString AbstractMemory::bytesToString(quint64 head, quint64 tail, bool asc, bool
         return QStringLiteral("mem() == nullptr");
     if (!length())
         return QStringLiteral("length() == 0");
-    // A view, not a copy: dumps of large blocks stay cheap.
-    return ArrayTools::qByteArrayToString(XByteArray::fromMem(mem(), length()), head, tail, asc,
-                                          hex, md5, 0, 0, QStringLiteral(","));
+    // Straight from the bytes, not a copy: dumps of large blocks stay cheap, and a
+    // block past what a QByteArray holds is shown too.
+    return xmem::dumpBytes(mem(), length(), head, tail, asc, hex, md5, 0, 0, QStringLiteral(","));
 }
 
 std::string AbstractMemory::toStdString(quint64 head, quint64 tail, bool asc, bool hex,
@@ -135,7 +136,11 @@ char *copyOf(char const *p, quint64 n, char const *nullText, char const *emptyTe
         ppError(emptyText);
         return nullptr;
     }
-    char *copy = new char[n];
+    char *copy = new (std::nothrow) char[n];
+    if (!copy) {
+        ppError("AbstractMemory::memCopy, cannot allocate $ bytes", n);
+        return nullptr;
+    }
     std::memcpy(copy, p, n);
     return copy;
 }
@@ -153,7 +158,7 @@ char *AbstractMemory::memCopy() {
 }
 
 bool AbstractMemory::writeToQBuffer(QBuffer &buffer) const {
-    if (!mem() || !length())
+    if (!mem() || !length() || !xmem::fitsQByteArray(length(), "AbstractMemory::writeToQBuffer"))
         return false;
     buffer.setData(mem(), static_cast<int>(length()));
     return true;

@@ -9,6 +9,7 @@
 #include "orv/Log.h"
 #include "orv/MD5.h"
 #include "orv/MersenneTwister.h"
+#include "tools/xmem/LongBlocks.h"
 
 #include <cstring>
 #include <mutex>
@@ -77,6 +78,10 @@ quint64 ArrayTools::unStuffData(unsigned char const *src, quint64 n, unsigned ch
 }
 
 quint64 ArrayTools::stuffToQByteArray(QByteArray const &src, QByteArray &dst) {
+    // Near 2 GiB the stuffed form outgrows what a QByteArray holds.
+    if (!xmem::fitsQByteArray(stuffedBound(static_cast<quint64>(src.size())),
+                              "ArrayTools::stuffToQByteArray"))
+        return 0;
     QByteArray out(static_cast<int>(stuffedBound(static_cast<quint64>(src.size()))),
                    Qt::Uninitialized);
     quint64 const n = stuffData(bytesOf(src), static_cast<quint64>(src.size()),
@@ -94,6 +99,8 @@ quint64 ArrayTools::unStuffQData(QByteArray const &src, QByteArray &dst) {
 
 QByteArray ArrayTools::frameQByteArray(QByteArray const &payload) {
     quint64 const n = static_cast<quint64>(payload.size());
+    if (!xmem::fitsQByteArray(stuffedBound(n) + 2, "ArrayTools::frameQByteArray"))
+        return QByteArray();
     QByteArray framed(static_cast<int>(stuffedBound(n) + 2), Qt::Uninitialized);
     auto *p = reinterpret_cast<unsigned char *>(framed.data());
     p[0] = 0;
@@ -187,6 +194,8 @@ quint64 ArrayTools::countCharsOf(QByteArray const &ar, char c) {
 }
 
 QByteArray ArrayTools::createQByteArrayABC(quint64 n) {
+    if (!xmem::fitsQByteArray(n, "ArrayTools::createQByteArrayABC"))
+        return QByteArray();
     QByteArray out(static_cast<int>(n), Qt::Uninitialized);
     for (quint64 i = 0; i < n; ++i)
         out[static_cast<int>(i)] = static_cast<char>('A' + i % 26);

@@ -7,6 +7,7 @@
 #include "orv/Log.h"
 #include "orv/MD5.h"
 #include "orv/StringFormat.h"
+#include "tools/xmem/LongBlocks.h"
 
 namespace orv {
 
@@ -35,8 +36,7 @@ QString hexByte(unsigned char c) { return QString::asprintf("%02X", c); }
 QChar textChar(unsigned char c) { return c < 32 ? QLatin1Char('.') : QLatin1Char(char(c)); }
 
 QString md5Of(QByteArray const &ar) {
-    return MD5::md5FromBuffer(reinterpret_cast<unsigned char const *>(ar.constData()),
-                              static_cast<unsigned int>(ar.size()));
+    return xmem::digestOf(ar.constData(), static_cast<quint64>(ar.size())).toString();
 }
 
 unsigned char byteAt(QByteArray const &ar, quint64 i) {
@@ -48,13 +48,18 @@ unsigned char byteAt(QByteArray const &ar, quint64 i) {
 QString ArrayTools::qByteArrayToString(QByteArray const &ar, quint64 head, quint64 tail, bool asc,
                                        bool hex, bool md5, quint64 limit, unsigned int group,
                                        QString const &separator) {
-    quint64 const size = static_cast<quint64>(ar.size());
+    return xmem::dumpBytes(ar.constData(), static_cast<quint64>(ar.size()), head, tail, asc, hex,
+                           md5, limit, group, separator);
+}
+
+QString xmem::dumpBytes(char const *p, quint64 size, quint64 head, quint64 tail, bool asc, bool hex,
+                        bool md5, quint64 limit, unsigned int group, QString const &separator) {
     quint64 const total = limit == 0 || limit >= size ? size : limit;
     QString text, hexText;
     forShownBytes(
         total, head, tail,
         [&](quint64 i) {
-            unsigned char const c = byteAt(ar, i);
+            auto const c = static_cast<unsigned char>(p[i]);
             text.append(textChar(c));
             hexText.append(hexByte(c));
             if (i + 1 == total)
@@ -74,7 +79,7 @@ QString ArrayTools::qByteArrayToString(QByteArray const &ar, quint64 head, quint
     if (hex)
         out += xprintF("HEX{$} ", hexText);
     if (md5)
-        out += xprintF("MD5{$} ", md5Of(ar));
+        out += xprintF("MD5{$} ", xmem::digestOf(p, size).toString());
     return out;
 }
 
@@ -152,17 +157,18 @@ void ArrayTools::showQByteArray(unsigned int space, QByteArray const &ar, quint6
     ppTest(space, qByteArrayToString(ar, head, tail, asc, hex, md5, 0, group, separator));
 }
 
+// Straight from the bytes: a raw block may be longer than a QByteArray holds.
 void ArrayTools::showArray(char const *p, quint64 len, quint64 head, quint64 tail, bool asc,
                            bool hex, bool md5, unsigned int group, QString const &separator) {
-    showQByteArray(QByteArray::fromRawData(p, static_cast<int>(len)), head, tail, asc, hex, md5,
-                   group, separator);
+    ppTest(
+        xmem::dumpBytes(p ? p : "", p ? len : 0, head, tail, asc, hex, md5, 0, group, separator));
 }
 
 void ArrayTools::showArray(unsigned int space, char const *p, quint64 len, quint64 head,
                            quint64 tail, bool asc, bool hex, bool md5, unsigned int,
                            QString const &) {
-    showQByteArray(space, QByteArray::fromRawData(p, static_cast<int>(len)), head, tail, asc, hex,
-                   md5, 0, QStringLiteral(","));
+    ppTest(space, xmem::dumpBytes(p ? p : "", p ? len : 0, head, tail, asc, hex, md5, 0, 0,
+                                  QStringLiteral(",")));
 }
 
 void ArrayTools::show_array(char const *p, quint64 len, quint64 head, quint64 tail,

@@ -3,6 +3,7 @@
 
 #include "orv/Tokenizer.h"
 #include "orv/XTokenizer.h"
+#include "tools/xmem/LongBlocks.h"
 
 #include <cstring>
 
@@ -39,6 +40,8 @@ XByteArray &XByteArray::operator=(XByteArray const &other) {
 XByteArray &XByteArray::operator=(XByteArray &&other) noexcept { return *this = other; }
 
 XByteArray XByteArray::fromMem(char const *p, quint64 len) {
+    if (!xmem::fitsQByteArray(len, "XByteArray::fromMem"))
+        return XByteArray();
     return XByteArray(QByteArray::fromRawData(p, static_cast<int>(len)));
 }
 
@@ -87,6 +90,10 @@ XByteArray &XByteArray::operator+=(QString const &text) {
 
 void XByteArray::setMemory(void const *pMem, quint64 sz) {
     ORV_ASSERT_PTR(pMem);
+    if (!xmem::fitsQByteArray(sz, "XByteArray::setMemory")) {
+        setOrvError(ORV_ERROR_NUMBER_TOO_BIG);
+        return;
+    }
     clear();
     resize(static_cast<int>(sz));
     if (sz)
@@ -151,6 +158,11 @@ unsigned int XByteArray::readUInt32() const {
     auto const *p = reinterpret_cast<unsigned char const *>(constData());
     return static_cast<unsigned int>(p[0]) << 24 | static_cast<unsigned int>(p[1]) << 16 |
            static_cast<unsigned int>(p[2]) << 8 | p[3];
+}
+
+void XByteArray::writePadBytes(unsigned int n) {
+    if (xmem::fitsQByteArray(static_cast<quint64>(size()) + n, "XByteArray::writePadBytes"))
+        append(QByteArray(static_cast<int>(n), '\0'));
 }
 
 void XByteArray::writeQStringUTF8(QString const &text, bool newline) {

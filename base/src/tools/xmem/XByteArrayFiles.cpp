@@ -8,19 +8,17 @@
 #include "orv/Log.h"
 #include "orv/StringFormat.h"
 #include "orv/XFile.h"
+#include "tools/xmem/LongBlocks.h"
 
 #include <QtCore/QFile>
 
 #include <cerrno>
-#include <limits>
 
 namespace orv {
 
 namespace {
 
 int const DIGEST_SIZE = 16;
-// What one QByteArray can hold, with room for its header.
-quint64 const MAX_ARRAY_SIZE = std::numeric_limits<int>::max() - 64;
 
 // Deflate expands at most 1032:1. qUncompress allocates what the length field claims
 // before it inflates a byte, so a larger claim, which no compress() output carries,
@@ -76,7 +74,7 @@ bool XByteArray::loadFromFile(QString const &path, quint64 szPart) {
         }
         quint64 const fileSize = static_cast<quint64>(file.size());
         quint64 const n = szPart ? szPart : fileSize;
-        if (szPart > fileSize || n > MAX_ARRAY_SIZE) {
+        if (szPart > fileSize || !xmem::fitsQByteArray(n, "XByteArray::loadFromFile")) {
             setOrvError(ORV_ERROR_NUMBER_TOO_BIG);
             return false;
         }
@@ -103,7 +101,7 @@ bool XByteArray::loadFromFile(QString const &path, quint64 szPart) {
         return false;
     }
     quint64 const n = szPart ? szPart : len;
-    if (szPart > len || n > MAX_ARRAY_SIZE) {
+    if (szPart > len || !xmem::fitsQByteArray(n, "XByteArray::loadFromFile")) {
         setOrvError(ORV_ERROR_NUMBER_TOO_BIG);
         return false;
     }

@@ -2,6 +2,7 @@
 #include "orv/XFileMapper.h"
 
 #include "orv/Log.h"
+#include "tools/xmem/LongBlocks.h"
 
 namespace orv {
 
@@ -73,6 +74,8 @@ XByteArray XFileMapper::createByteArray() const {
         ppError("XFileMapper::createByteArray, NOT mapped - call");
         return XByteArray();
     }
+    if (!xmem::fitsQByteArray(length(), "XFileMapper::createByteArray"))
+        return XByteArray();
     return XByteArray(pMap, static_cast<int>(length()));
 }
 

@@ -3,6 +3,7 @@
 
 #include "orv/Log.h"
 #include "orv/XNullDevice.h"
+#include "tools/xmem/LongBlocks.h"
 
 #include <cstring>
 #include <functional>
@@ -209,6 +210,8 @@ XByteArray XMem::createByteArray() const {
         ppError("XMem::createByteArray, length() == 0");
         return XByteArray();
     }
+    if (!xmem::fitsQByteArray(size(), "XMem::createByteArray"))
+        return XByteArray();
     return XByteArray(mem(), static_cast<int>(size()));
 }
 

@@ -3,6 +3,7 @@
 
 #include "orv/FileHelpers.h"
 #include "orv/Log.h"
+#include "tools/xmem/LongBlocks.h"
 
 #include <QtCore/QFile>
 
@@ -58,7 +59,11 @@ bool XMemFile::loadFromFile(QString const &path, quint64 szPart) {
     return n > 0 && file.read(mem(), static_cast<qint64>(n)) > 0;
 }
 
-QString XMemFile::asString() const { return QString::fromUtf8(mem(), static_cast<int>(size())); }
+QString XMemFile::asString() const {
+    if (!xmem::fitsQString(size(), "XMemFile::asString"))
+        return QString();
+    return QString::fromUtf8(mem(), static_cast<int>(size()));
+}
 
 QString XMemFile::fromFile(QString const &path) {
     XMemFile text;

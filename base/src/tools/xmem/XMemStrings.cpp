@@ -7,6 +7,7 @@
 
 #include "orv/Log.h"
 #include "orv/StringFormat.h"
+#include "tools/xmem/LongBlocks.h"
 
 #include <cstring>
 
@@ -41,7 +42,7 @@ void XMem::append_string(QString const &text) {
 }
 
 QString XMem::get_string() const {
-    if (isEmpty())
+    if (isEmpty() || !xmem::fitsQString(size() - 1, "XMem::get_string"))
         return QString();
     return QString::fromUtf8(storage.data(), static_cast<int>(size() - 1));
 }
@@ -93,6 +94,8 @@ std::vector<QString> XMem::get_string_array() const {
             ppError("XMem::get_string_array, record $ runs past the end", texts.size());
             break;
         }
+        if (!xmem::fitsQString(static_cast<quint64>(len), "XMem::get_string_array"))
+            break;
         texts.push_back(QString::fromUtf8(p + pos, static_cast<int>(len)));
         pos += static_cast<quint64>(len);
     }

@@ -4,6 +4,7 @@
 #include "orv/Log.h"
 #include "orv/XByteArray.h"
 #include "orv/XMem.h"
+#include "tools/xmem/LongBlocks.h"
 
 #include <cstring>
 
@@ -157,6 +158,8 @@ XByteArray XMemoryWrapper::createByteArray() const {
         ppError("XMemoryWrapper::createByteArray, posMemory() == 0");
         return XByteArray();
     }
+    if (!xmem::fitsQByteArray(posMemory(), "XMemoryWrapper::createByteArray"))
+        return XByteArray();
     return XByteArray(start, static_cast<int>(posMemory()));
 }
 
@@ -169,13 +172,7 @@ MD5 XMemoryWrapper::createMD5() const {
         ppError("XMemoryWrapper::createMD5, length() == 0");
         return MD5();
     }
-    // Fed in pieces: a mapping may exceed what one update takes.
-    MD5 md5;
-    quint64 constexpr piece = 1u << 30;
-    for (quint64 pos = 0; pos < len; pos += piece)
-        md5.update(start + pos, static_cast<unsigned int>(qMin(piece, len - pos)));
-    md5.finalize();
-    return md5;
+    return xmem::digestOf(start, len);
 }
 
 QString XMemoryWrapper::toString(quint64 head, quint64 tail, bool asc, bool hex, bool md5) const {

@@ -3,6 +3,7 @@
 
 #include "orv/Log.h"
 #include "orv/XByteArray.h"
+#include "tools/xmem/LongBlocks.h"
 
 #include <cstring>
 
@@ -44,6 +45,9 @@ XByteArray XSharedMemory::createByteArray() const {
 }
 
 bool XSharedMemory::createMem(unsigned int size, QSharedMemory::AccessMode mode) {
+    if (!xmem::fitsQt(size, xmem::MAX_QSHAREDMEMORY_LENGTH, "QSharedMemory",
+                      "XSharedMemory::createMem"))
+        return false;
     return create(static_cast<int>(size), mode);
 }
 
@@ -78,7 +82,8 @@ bool XSharedMemory::writeMem(AbstractMemory &source) {
 }
 
 bool XSharedMemory::writeCreateMem(AbstractMemory &source) {
-    if (source.length() == 0)
+    if (source.length() == 0 || !xmem::fitsQt(source.length(), xmem::MAX_QSHAREDMEMORY_LENGTH,
+                                              "QSharedMemory", "XSharedMemory::writeCreateMem"))
         return false;
     if (!create(static_cast<int>(source.length()), QSharedMemory::ReadWrite)) {
         ppError("XSharedMemory::writeCreateMem, cannot create_growable shared memory $ bytes, "

@@ -30,7 +30,12 @@ void XRecord::setString(QString const &key, QString const &value) {
         ppWarning("XRecord::setString, key == ''");
         return;
     }
-    attributes[key] = value;
+    // One descent whether the key is new or not, and no default value built first.
+    auto const at = attributes.lower_bound(key);
+    if (at != attributes.end() && at->first == key)
+        at->second = value;
+    else
+        attributes.emplace_hint(at, key, value);
 }
 
 QString XRecord::getString(QString const &key, QString const &def) const {
@@ -70,7 +75,8 @@ std::vector<QString> XRecord::keys() const {
 
 void XRecord::copyAttributesTo(XRecord *table) const {
     ORV_ASSERT_PTR(table);
-    table->clear();
+    // The attributes only: an XNode's own clear() would drop its children instead.
+    table->XRecord::clear();
     for (auto const &entry : attributes)
         if (entry.first != QLatin1String("name") || !entry.second.isEmpty())
             table->setString(entry.first, entry.second);

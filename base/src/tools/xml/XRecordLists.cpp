@@ -5,6 +5,7 @@
 #include "orv/StringText.h"
 #include "orv/Tokenizer.h"
 #include "orv/XMem.h"
+#include "tools/xmem/LongBlocks.h"
 
 #include <QtCore/QStringList>
 
@@ -91,6 +92,9 @@ XMem XRecord::get_mem(QString const &key) const {
 }
 
 void XRecord::set_mem(QString const &key, XMem const &block) {
+    // Base64 makes four characters of three bytes, and they must fit a QString.
+    if (!xmem::fitsQString(block.length() / 3 * 4 + 4, "XRecord::set_mem"))
+        return;
     QByteArray const bytes =
         QByteArray::fromRawData(block.mem(), static_cast<int>(block.length())).toBase64();
     setString(key, QString::fromLatin1(bytes));

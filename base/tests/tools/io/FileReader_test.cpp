@@ -108,6 +108,8 @@ TEST_F(FileReaderTest, ReadsLinesWithoutLineEndsAndInPiecesWhenLong) {
         {"abcdefg\n", 5, 0, {"abc", "def", "g"}},
         {"ab\n", 3, 0, {"a", "b", ""}},
         {"ab\n", 0, 4, {"a", "b"}}, // too small a limit reads one byte at a time
+        {QByteArray("a\0b\nc", 5), 100, 0, {"a", "c"}}, // a line's text ends at a 0 byte
+        {"one\ntwo", UINT_MAX, 0, {"one", "two"}},      // memory for the line, not the limit
         {"", 100, 0, {}},
     };
     for (Row const &row : rows) {

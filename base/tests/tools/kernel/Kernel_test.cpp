@@ -1,19 +1,22 @@
 // Kernel_test.cpp: work handed to the GUI thread, kernel events in notify, and what a
 // kernel takes from its arguments; the test main's application is a KernelTerminal.
+#include "orv/GuiThread.h"
 #include "orv/Kernel.h"
 #include "orv/Log.h"
 #include "orv/XMem.h"
 #include "orv/XThread.h"
+#include "orv/XThreadPool.h"
 
 #include "support/CapturingAppender.h"
 #include "support/EventPump.h"
+#include "support/LoggedLines.h"
+#include "support/QtPrinters.h"
 
 #include <gtest/gtest.h>
 
 #include <QtCore/QTimer>
 
 #include <numeric>
-#include <stdexcept>
 #include <thread>
 #include <utility>
 #include <vector>
@@ -25,11 +28,36 @@ TEST(Kernel, OnTheGuiThreadWorkRunsBeforeTheCallReturnsUnlessDelayed) {
     bool ran = false;
     Kernel::runInGui([&] { ran = true; }, 0);
     EXPECT_TRUE(ran);
-    EXPECT_THROW(Kernel::runInGui(std::function<void()>(), 0), std::bad_function_call);
     ran = false;
     Kernel::runInGui([&] { ran = true; }, 10);
     EXPECT_FALSE(ran);
     EXPECT_TRUE(test::pumpEventsUntil([&] { return ran; }, 30000));
+}
+
+TEST(Kernel, EmptyFunctionOnEveryHandOverIsLoggedAndNothingRuns) {
+    char const *const lambdaLine = "XLamdaGUIEvent::runMethod functionGUI == null";
+    struct Row {
+        char const *name;
+        std::function<void()> handOver;
+        char const *line;
+    } const rows[] = {
+        {"runInGui", [] { Kernel::runInGui(nullptr, 0); }, lambdaLine},
+        {"runInGui delayed", [] { Kernel::runInGui(nullptr, 10); }, lambdaLine},
+        {"run_in_Gui_Thread", [] { qt::run_in_Gui_Thread(nullptr, 0); }, lambdaLine},
+        {"move_mem_to_main_thread", [] { Kernel::move_mem_to_main_thread(XMem("kept"), nullptr); },
+         "OrvKernelEvent::runMethod, fuData == nullptr"},
+        {"pool",
+         [] {
+             XThreadPool::start_function_global(nullptr);
+             XThreadPool::wait_for_all(30000);
+         },
+         "XFunctionRunner::run, function == null"},
+    };
+    for (Row const &row : rows)
+        EXPECT_EQ(test::linesLoggedBy(row.handOver, ERROR), std::vector<QString>{row.line})
+            << row.name;
+    // A delayed empty function would have thrown inside the event loop by now.
+    test::pumpEventsUntil([] { return false; }, 50);
 }
 
 TEST(Kernel, WorkFromWorkersRunsOnTheMainThreadInPostingOrderWithoutDelay) {
@@ -110,7 +138,6 @@ TEST(KernelEvents, EmptyFunctionIsLoggedAndDebugTracesTheDelivery) {
     QObject receiver;
     QCoreApplication::sendEvent(&receiver, &empty);
     Kernel::set_debug_kernel_events(true);
-    EXPECT_TRUE(Kernel::is_debug_kernel_events());
     bool ran = false;
     std::thread([&] { Kernel::runInGui([&] { ran = true; }, 0); }).join();
     EXPECT_TRUE(test::pumpEventsUntil([&] { return ran; }, 30000));
@@ -193,6 +220,7 @@ TEST(Kernel, PlaceHolderKeepsTheRealArgumentsArguments) {
         EXPECT_STREQ(Kernel::argv[3], "v");
         EXPECT_EQ(Kernel::argv[4], nullptr);
         EXPECT_EQ(kernel.testName(), "PlaceHolder");
+        EXPECT_EQ(Kernel::theTestName(), "PlaceHolder");
         EXPECT_EQ(kernel.getString("key", ""), "v");
         // The test main's kernel came first and stays the main command line.
         EXPECT_EQ(CommandLine::cmdMain, appKernel);

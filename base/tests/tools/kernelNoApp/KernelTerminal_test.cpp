@@ -61,27 +61,6 @@ TEST(KernelTerminal, WithoutApplicationEveryThreadIsTheGuiThreadUntilTheKernelBu
     EXPECT_TRUE(fromAWorker().isGui);
 }
 
-struct TestKernel : Kernel {
-    using Kernel::Kernel;
-    QString toString() const override { return QStringLiteral("TestKernel"); }
-};
-
-TEST(Kernel, FirstKernelStaysTheMainCommandLineAndTheLatestIsTheKernel) {
-    char prog[] = "prog", first[] = "first", second[] = "second";
-    char *argsFirst[] = {prog, first, nullptr};
-    char *argsSecond[] = {prog, second, nullptr};
-    int argcFirst = 2, argcSecond = 2;
-    {
-        TestKernel one(argcFirst, argsFirst, nullptr, false);
-        TestKernel two(argcSecond, argsSecond, nullptr, false);
-        EXPECT_EQ(CommandLine::cmdMain, &one);
-        EXPECT_EQ(&Kernel::kernel(), &two);
-        EXPECT_EQ(Kernel::theTestName(), "second");
-        EXPECT_EQ(CommandLine::getCMD().getCommand(), "first");
-    }
-    CommandLine::cmdMain = nullptr;
-}
-
 ArgsEnv argsOf(std::initializer_list<char const *> words) {
     std::vector<std::string> texts(words.begin(), words.end());
     std::vector<char *> argv;

@@ -355,14 +355,12 @@ TEST(Logger, AppendersAreAddedAndRemovedWhileMessagesFlow) {
 
 TEST(LoggerDeathTest, NullMessageIsFatalAtTheLoggersPlace) {
     GTEST_FLAG_SET(death_test_style, "threadsafe");
-    std::string const t = test::simpleTrailerPattern;
     EXPECT_EXIT(
         {
             ::dup2(2, 1);
             Logger::log(nullptr, INFO, 0);
         },
-        testing::ExitedWithCode(1),
-        "^" + t + "nullptr:msg == NULL\n" + t + "Logger\n" + t + "LINE:742\n");
+        testing::ExitedWithCode(1), "^nullptr:msg == NULL\nLogger\nLINE:742\n");
 }
 
 TEST(Logger, ConsoleOptionsReachEveryMessageAndLogMemShowsTheBlock) {
@@ -443,11 +441,8 @@ TEST(Logger, HeaderOpensTheLogAndRegressionNumbersFromZero) {
     });
 }
 
-#if defined(__SANITIZE_THREAD__) // the thread checker makes each message costly
+// Enough for the threads to interleave in the queue; volume belongs to the benchmark.
 constexpr int messagesPerThread = 5000;
-#else
-constexpr int messagesPerThread = 100000;
-#endif
 
 TEST(Logger, ManyThreadsLoseNothingAndKeepTheirOrder) {
     inFreshProcess([](QStringList &failures) {
@@ -467,7 +462,7 @@ TEST(Logger, ManyThreadsLoseNothingAndKeepTheirOrder) {
         for (std::thread &writer : writers)
             writer.join();
         ppInfo("all-written");
-        CHECK(capture->waitForText("all-written", 600000), "");
+        CHECK(capture->waitForText("all-written", 60000), "");
         Logger::quit();
         CHECK(Logger::isRunning(), "quit leaves the running flag set");
         ppInfo("after-quit");

@@ -32,10 +32,13 @@ TEST(XStopwatch, MeasuresSpansAndSumsThemUntilReset) {
     EXPECT_EQ(watch.elapsed_time_milliSeconds(), span / 1000);
     EXPECT_EQ(watch.elapsed_time_microSeconds_total(), span);
 
+    orv::xSleep(1);
     watch.start();
-    // The stop of the run before still counts until the next stop.
+    // The stop of the run before still counts until the next stop, and the span wraps.
     EXPECT_TRUE(watch.isStopped());
     EXPECT_EQ(watch.getTimeFirst(), first);
+    EXPECT_GT(watch.getTimeStart(), watch.getTimeStop());
+    EXPECT_EQ(watch.elapsed_time_microSeconds(), watch.getTimeStop() - watch.getTimeStart());
     orv::xSleep(20);
     watch.stop();
     EXPECT_EQ(watch.elapsed_time_microSeconds_total(), span + watch.elapsed_time_microSeconds());

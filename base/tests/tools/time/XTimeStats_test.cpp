@@ -142,7 +142,13 @@ TEST(XTimeStats, ChainStopsThePreviousAndCarriesTypeAndMessage) {
             first->setMessageEnd(row.previousEnd); // stops it, too
             EXPECT_TRUE(first->isValid());
         }
-        XTimeSlot next = XTimeStats::chain_slot(first, row.msg);
+        XTimeSlot next(nullptr);
+        std::vector<QString> const lines = orv::test::linesLoggedBy(
+            [&] { next = XTimeStats::chain_slot(first, row.msg); }, orv::ERROR);
+        // An already stopped one is stopped again, and says so.
+        EXPECT_EQ(lines, *row.previousEnd
+                             ? std::vector<QString>{"XTimeSlot_Impl::stop, already stopped!"}
+                             : std::vector<QString>{});
         EXPECT_TRUE(first->isValid());
         EXPECT_TRUE(next->isStartedButNotStopped());
         EXPECT_EQ(next->messageBegin(), row.expected);

@@ -110,11 +110,3 @@ TEST(AbstractMemory, CopiesOutOnlyWhatThereIs) {
     EXPECT_TRUE(block.writeToQBuffer(buffer));
     EXPECT_EQ(buffer.data(), QByteArray("abc"));
 }
-
-TEST(AbstractMemory, DebugTraceLeavesTheWorkAlone) {
-    XMem::setDebug(true);
-    XMem traced(4, 1);
-    traced.reAlloc(8);
-    XByteArray::setDebug(false); // one switch for all blocks
-    EXPECT_EQ(QByteArray(traced.mem(), 8), QByteArray("\x01\x01\x01\x01\0\0\0\0", 8));
-}

@@ -22,8 +22,6 @@ using orv::XError;
 using orv::test::readFile;
 using orv::test::writeFile;
 
-namespace {} // namespace
-
 TEST(XByteArray, ViewsCopiesAndMovesShareTheBytesAndCarryTheErrorWord) {
     char const foreign[] = "abcdef";
     XByteArray const view = XByteArray::fromMem(foreign, 6);

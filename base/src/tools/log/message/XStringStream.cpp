@@ -69,7 +69,11 @@ QString pointerString(void const *pointer) {
     return pointer ? QString::asprintf("%p", pointer) : QStringLiteral("0x0");
 }
 
-XStringStream::XStringStream() { setLibraryDefaults(); }
+// Set in the body: the member is built only after the QTextStream base.
+XStringStream::XStringStream() {
+    setString(&ownText);
+    setLibraryDefaults();
+}
 
 XStringStream::XStringStream(QString &text) : QTextStream(&text) { setLibraryDefaults(); }
 
