@@ -11,6 +11,7 @@ packages=(
   libeigen3-dev libgeos-dev
   libpugixml-dev shared-mime-info
   python3 ripgrep
+  curl openssl wrk libhttp-parser-dev
 )
 
 missing=()

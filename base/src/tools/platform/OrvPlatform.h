@@ -5,9 +5,11 @@
 
 #include <QtCore/QByteArray>
 #include <QtCore/QString>
+#include <QtNetwork/QHostAddress>
 
 #include <cstdio>
 #include <ctime>
+#include <vector>
 
 namespace orv::platform {
 
@@ -48,5 +50,43 @@ std::FILE *fopenPath(QString const &path, char const *mode);
 // 64-bit stream positions: seek from the start (false on failure), tell (-1 on failure).
 bool seek64(std::FILE *fp, long long pos);
 long long tell64(std::FILE *fp);
+
+} // namespace orv::platform
+
+namespace orv {
+struct AdapterInfo;
+}
+
+// Sockets. Handles are the system's descriptors, -1 for none; every handle made here
+// is non-blocking. An interrupted call goes on; a failure gives -1 (or false) with
+// the error number in lastSocketError(). Nothing here raises SIGPIPE.
+namespace orv::platform {
+
+// The addresses of a name or numeric text, in the resolver's order; empty on failure
+// with the resolver's text in errorText.
+std::vector<QHostAddress> resolveHost(QString const &host, QString &errorText);
+// A TCP socket connected to address:port within timeoutMs, or -1 (ETIMEDOUT when the
+// time ran out).
+qintptr socketConnect(QHostAddress const &address, unsigned short port, int timeoutMs);
+// A listening TCP socket; an "any" address takes IPv6 and IPv4 where it can.
+qintptr socketListen(QHostAddress const &address, unsigned short port, int backlog);
+// Sets the queue length of a socket that listens already.
+bool socketSetBacklog(qintptr listener, int backlog);
+// Waits until handle can be read (or accepted from), or written: 1 ready, 0 the
+// time-out passed, -1 an error. timeoutMs below 0 waits without a limit.
+int socketWait(qintptr handle, bool forWrite, int timeoutMs);
+qintptr socketAccept(qintptr listener);
+// Bytes moved, 0 from socketReceive when the peer closed, -1 on error (EAGAIN when
+// nothing can move now).
+qint64 socketSend(qintptr handle, char const *data, qint64 len);
+qint64 socketReceive(qintptr handle, char *data, qint64 len);
+// The local or the peer's address and port; false on error.
+bool socketAddress(qintptr handle, bool peer, QHostAddress &address, unsigned short &port);
+void socketShutdownWrite(qintptr handle);
+void socketClose(qintptr handle);
+QString socketErrorText(int error);
+
+// The adapters with their hardware and IP addresses; false with lastSocketError().
+bool networkAdapters(std::vector<AdapterInfo> &out);
 
 } // namespace orv::platform
