@@ -58,6 +58,11 @@ public:
     QString readString();
     qint64 writeString(QString const &text);
 
+    // Hands the pages the position has passed back to the system, a MiB at a time, so
+    // that one pass over a big file mapping keeps the process small. Only for a shared
+    // file mapping: on other memory the bytes would be lost.
+    void setReleaseBehind(bool on) { releaseBehind = on; }
+
     static bool isDebug() { return atomicFlagDebug; }
     static void setDebug(bool on) { atomicFlagDebug = on; }
     // Reads refused at the end of the data, by all wrappers of the process.
@@ -74,10 +79,13 @@ protected:
 private:
     void openAtConstruction(QIODevice::OpenMode mode);
     void takeFrom(XMemoryWrapper &other);
+    void releasePassedPages();
 
     char *start = nullptr;
     char *current = nullptr;
     quint64 len = 0;
+    bool releaseBehind = false;
+    char *released = nullptr; // below it, pages went back to the system
 
     static XAtomic<quint64> counterReadAtEnd;
 };

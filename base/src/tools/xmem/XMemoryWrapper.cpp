@@ -4,6 +4,7 @@
 #include "orv/Log.h"
 #include "orv/XByteArray.h"
 #include "orv/XMem.h"
+#include "tools/platform/OrvPlatform.h"
 
 #include <cstring>
 
@@ -60,6 +61,8 @@ void XMemoryWrapper::takeFrom(XMemoryWrapper &other) {
     start = other.start;
     current = other.current;
     len = other.len;
+    releaseBehind = other.releaseBehind;
+    released = other.released;
     other.close();
     other.start = other.current = nullptr;
     other.len = 0;
@@ -117,6 +120,7 @@ qint64 XMemoryWrapper::readData(char *data, qint64 maxSize) {
     qint64 const n = qMin(maxSize, rest);
     std::memcpy(data, current, static_cast<size_t>(n));
     current += n;
+    releasePassedPages();
     return n;
 }
 
@@ -129,7 +133,18 @@ qint64 XMemoryWrapper::writeData(char const *data, qint64 n) {
     }
     std::memcpy(current, data, static_cast<size_t>(n));
     current += n;
+    releasePassedPages();
     return n;
+}
+
+void XMemoryWrapper::releasePassedPages() {
+    qint64 const step = 1 << 20;
+    if (!releaseBehind)
+        return;
+    if (released < start || released > current)
+        released = start;
+    if (current - released >= step)
+        released = platform::releaseMappedPages(released, static_cast<quint64>(current - released));
 }
 
 QString XMemoryWrapper::readString() { return QString(readAll()); }
