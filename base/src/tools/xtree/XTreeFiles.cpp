@@ -1,0 +1,280 @@
+// XTreeFiles.cpp: the tree as bytes: the body in a stream, the file with its header,
+// memory maps, memory blocks, the compressed form and Base64.
+#include "orv/Log.h"
+#include "orv/QtToString.h"
+#include "orv/StringFormat.h"
+#include "orv/StringText.h"
+#include "orv/XDataStream.h"
+#include "orv/XFile.h"
+#include "orv/XFileMapper.h"
+#include "orv/XMemoryWrapper.h"
+#include "orv/XTree.h"
+
+namespace orv {
+
+namespace {
+
+// Appends what is written to a block that grows, so that a tree goes to memory in one
+// pass (a file is sized by a dry run first instead).
+class AppendDevice : public QIODevice {
+public:
+    explicit AppendDevice(XMem &block) : block(block) { open(QIODevice::WriteOnly); }
+
+protected:
+    qint64 readData(char *, qint64) override { return -1; }
+    qint64 writeData(char const *data, qint64 n) override {
+        block.append_raw_data(data, static_cast<quint64>(n));
+        return n;
+    }
+
+private:
+    XMem &block;
+};
+
+} // namespace
+
+XRamInfo XRamInfo::ramInfoFromTree(XTree const &tree, XTypeSupporter const &s, bool withDigest) {
+    XNullDevice device(withDigest);
+    tree.writeToDevice(device, s);
+    device.finalizeWriting();
+    device.close();
+    return device.ramInfo();
+}
+
+void XTree::writeToStream(XDataStream &stream) const {
+    stream << static_cast<qint32>(map.size());
+    for (auto const &[key, val] : map) {
+        stream.write_UTF8_String(key);
+        stream.writeVal(val);
+    }
+}
+
+void XTree::readFromStream(XDataStream &stream) {
+    if (!stream.enterTree())
+        return;
+    qint32 count = 0;
+    stream >> count;
+    if (count < 0)
+        stream.setStatus(QDataStream::ReadCorruptData);
+    else if (!stream.canRead(static_cast<quint64>(count)))
+        count = -1;
+    for (qint32 i = 0; i < count; ++i) {
+        QString key = stream.readString();
+        XVal val;
+        bool const ok = stream.readVal(val);
+        // Files hold their keys in order: appending at the end is the common case.
+        if (map.empty() || map.rbegin()->first < key)
+            map.emplace_hint(map.end(), std::move(key), std::move(val));
+        else
+            map.insert_or_assign(std::move(key), std::move(val));
+        // Past the end every further value fails too: one failed value ends the body.
+        if (!ok && stream.status() != QDataStream::Ok)
+            break;
+    }
+    stream.leaveTree();
+}
+
+bool XTree::writeToDevice(QIODevice &device, XTypeSupporter const &s) const {
+    XDataStream stream(&device, s);
+    stream.write_UTF8_String(getTypeAsString());
+    writeToStream(stream);
+    return stream.status() == QDataStream::Ok;
+}
+
+bool XTree::readFromDevice(QIODevice &device, XTypeSupporter const &s) {
+    clear();
+    XDataStream stream(&device, s);
+    QString const header = stream.readString();
+    if (header != getTypeAsString()) {
+        ppError("XTree::readFromDevice, TYPE warning, we are <$> but should be <$>",
+                getTypeAsString(), header);
+        return false;
+    }
+    readFromStream(stream);
+    // Links resolve only once every object exists.
+    set_parent_recursive();
+    URL_to_pointer();
+    return stream.status() == QDataStream::Ok && stream.countReadFailures() == 0;
+}
+
+XDataStream &operator<<(XDataStream &stream, XTree const &tree) {
+    tree.writeToStream(stream);
+    return stream;
+}
+
+XDataStream &operator>>(XDataStream &stream, XTree &tree) {
+    tree.readFromStream(stream);
+    return stream;
+}
+
+quint64 XTree::calc_mem_size(XTypeSupporter const &s) const {
+    return XRamInfo::ramInfoFromTree(*this, s, false).size;
+}
+
+XRamInfo XTree::createRamInfo(XTypeSupporter const &s, bool md5) const {
+    return XRamInfo::ramInfoFromTree(*this, s, md5);
+}
+
+MD5 XTree::calc_MD5(XTypeSupporter const &s) const { return createRamInfo(s, true).md5; }
+
+QString XTree::calc_MD5Sum(XTypeSupporter const &s) const {
+    return calc_MD5(s).hexdigest(true, true);
+}
+
+XMem XTree::createMem(XTypeSupporter const &s) const {
+    XMem block;
+    if (map.empty()) {
+        ppDebug("XTree::createMem - Tree empty ?");
+        return block;
+    }
+    AppendDevice device(block);
+    writeToDevice(device, s);
+    return block;
+}
+
+XByteArray XTree::createByteArray(XTypeSupporter const &s) const {
+    XByteArray bytes;
+    if (map.empty())
+        return bytes;
+    XDataStream stream(&bytes, QIODevice::WriteOnly, s);
+    stream.write_UTF8_String(getTypeAsString());
+    writeToStream(stream);
+    return bytes;
+}
+
+void XTree::copy(XTree *target, XTypeSupporter const &s) const {
+    XMem block = createMem(s);
+    if (block.isEmpty()) {
+        target->clear();
+        return;
+    }
+    XMemoryWrapper device(block, QIODevice::ReadOnly);
+    target->readFromDevice(device, s);
+}
+
+XTree XTree::create_copy(XTypeSupporter const &s) const {
+    XTree twin;
+    if (map.empty())
+        ppWarning("XTree::create_copy - empty tree");
+    else
+        copy(&twin, s);
+    return twin;
+}
+
+QString XTree::create_string_base64(XTypeSupporter const &) const {
+    XTypeSupporter const &basic = XTypeSupporter::basicTypes();
+    XByteArray const packed = XByteArray::compress(createMem(basic).createByteArray());
+    return base64_encode(qt::asString(packed));
+}
+
+XTree XTree::create_tree_from_base64(QString const &text, XTypeSupporter const &) {
+    XTree tree;
+    tree.read_from_compressed_bytes(XByteArray(qt::fromString(base64_decode(text))),
+                                    XTypeSupporter::basicTypes());
+    return tree;
+}
+
+bool XTree::loadFromFile(QString const &path, XTypeSupporter const &s) {
+    if (!fileExists(path)) {
+        ppError("XTree::loadFromFile, file '$' does not exist !", path);
+        return false;
+    }
+    XFileMapper file(path);
+    // An empty file maps to nothing: the same failure as a map refused.
+    char *const mapped = file.mapReadWrite() ? file.mem() : nullptr;
+    if (!mapped) {
+        ppError("XTree::loadFromFile, file mapper to file '$', mapReadWrite() failed !", path);
+        return false;
+    }
+    XMemoryWrapper device(mapped, file.length(), QIODevice::ReadWrite);
+    device.setReleaseBehind(true);
+    readFromDevice(device, s);
+    return true;
+}
+
+XTree XTree::load(QString const &path, XTypeSupporter const &s) {
+    XTree tree;
+    tree.loadFromFile(path, s);
+    tree.setFilename(path);
+    return tree;
+}
+
+XTree XTree::load(XMem &mem, XTypeSupporter const &s) {
+    XTree tree;
+    if (!mem.mem())
+        return tree;
+    XMemoryWrapper device(mem, QIODevice::ReadOnly);
+    tree.readFromDevice(device, s);
+    return tree;
+}
+
+bool XTree::saveAsFile(QString const &path, XTypeSupporter const &s) {
+    pointer_to_URL();
+    // The file gets exactly the size of the binary form, counted before a byte is stored.
+    quint64 const size = XRamInfo::ramInfoFromTree(*this, s, false).size;
+    XFileMapper file(path);
+    if (!file.mapReadWrite()) {
+        ppError("XTree::saveAsFile, file mapper to file '$', mapReadWrite() failed !", path);
+        return false;
+    }
+    if (!file.resize(size)) {
+        ppError("XTree::saveAsFile, file mapper to file '$', resize:$ failed !", path,
+                format1000(static_cast<qint64>(size)));
+        return false;
+    }
+    char *const mapped = file.mem();
+    if (!mapped) {
+        ppError("XTree::saveAsFile, file mapper to file '$', mapReadWrite() failed !", path);
+        return false;
+    }
+    XMemoryWrapper device(mapped, size, QIODevice::WriteOnly);
+    device.setReleaseBehind(true);
+    writeToDevice(device, s);
+    filename = path;
+    return true;
+}
+
+bool XTree::save(XTypeSupporter const &s) {
+    if (filename.isEmpty()) {
+        ppError("XTree::save, object is not bound to a valid filename");
+        return false;
+    }
+    return saveAsFile(filename, s);
+}
+
+XByteArray XTree::write_to_compressed_bytes(XTypeSupporter const &s) const {
+    return XByteArray::compress(createByteArray(s));
+}
+
+bool XTree::read_from_compressed_bytes(XByteArray const &bytes, XTypeSupporter const &s) {
+    XByteArray plain = XByteArray::unCompress(bytes);
+    XMemoryWrapper device(plain, QIODevice::ReadOnly);
+    readFromDevice(device, s);
+    return true;
+}
+
+bool XTree::save_as_compressed_file(QString const &path, XTypeSupporter const &s) const {
+    if (write_to_compressed_bytes(s).saveToFile(path, 0))
+        return true;
+    ppError("XTree::save_as_compressed_file, problems");
+    return false;
+}
+
+bool XTree::save_as_compressed_file(QFileInfo const &file, XTypeSupporter const &s) const {
+    return save_as_compressed_file(file.absoluteFilePath(), s);
+}
+
+bool XTree::load_from_compressed_file(QString const &path, XTypeSupporter const &s) {
+    XByteArray bytes;
+    if (!bytes.loadFromFile(path, 0)) {
+        ppError("XTree::load_from_compressed_file, problems");
+        return false;
+    }
+    return read_from_compressed_bytes(bytes, s);
+}
+
+bool XTree::load_from_compressed_file(QFileInfo const &file, XTypeSupporter const &s) {
+    return load_from_compressed_file(file.absoluteFilePath(), s);
+}
+
+} // namespace orv
