@@ -23,6 +23,7 @@
 namespace orv {
 
 class XMem;
+class XTree;
 
 // What a test was started with: program, command and the --key value items.
 struct ORV_EXPORT StartTestParameter {
@@ -97,6 +98,9 @@ public:
     // event posted to the application object and f takes it at the next turn of its
     // loop. With no application object the block is lost with the event.
     static void move_mem_to_main_thread(XMem &&mem, std::function<void(XMem &&)> f);
+    // The same for a tree. It arrives as a root: whatever it hung under stays behind.
+    // An empty f drops the tree with an ERROR line, on any thread.
+    static void move_tree_to_main_thread(XTree &&tree, std::function<void(XTree &&)> f);
 
     // Runs a kernel event inside the notification; true whatever the event.
     bool filterOrvEvents(QObject *receiver, QEvent *event);

@@ -70,8 +70,8 @@ public:
     int writeRawData(char const *s, int len);
     int skipRawData(int len);
 
-    // True when the device still holds n bytes; otherwise the stream is marked
-    // ReadPastEnd and nothing is read.
+    // True when the device still holds n bytes; otherwise an ERROR line, the stream is
+    // marked ReadPastEnd and nothing is read.
     bool canRead(quint64 n);
     // QDataStream's QString form (32-bit byte length or 0xFFFFFFFF, UTF-16 big-endian),
     // checked like the other lengths.

@@ -13,6 +13,7 @@
 #include <QtCore/QtEndian>
 
 #include <cstring>
+#include <limits>
 #include <vector>
 
 namespace orv {
@@ -111,8 +112,10 @@ void XDataStream::setUp() { setVersion(STREAM_VERSION); }
 
 bool XDataStream::canRead(quint64 n) {
     QIODevice *const dev = device();
-    if (dev && n <= static_cast<quint64>(qMax<qint64>(dev->bytesAvailable(), 0)))
+    quint64 const left = dev ? static_cast<quint64>(qMax<qint64>(dev->bytesAvailable(), 0)) : 0;
+    if (n <= left)
         return true;
+    ppError("XDataStream::canRead, $ bytes wanted, $ left", n, left);
     setStatus(ReadPastEnd);
     return false;
 }
@@ -144,6 +147,7 @@ QString XDataStream::readString() {
     qint64 len = 0;
     *this >> len;
     if (len < 0 || len > std::numeric_limits<int>::max()) {
+        ppError("XDataStream::readString, length:$ is no string's", len);
         setStatus(ReadCorruptData);
         return QString();
     }
@@ -182,6 +186,7 @@ QString XDataStream::readQtString() {
     if (bytes == 0xFFFFFFFFu)
         return QString();
     if (bytes & 1u) {
+        ppError("XDataStream::readQtString, odd length:$", bytes);
         setStatus(ReadCorruptData);
         return QString();
     }

@@ -1,9 +1,7 @@
 // XTreeFiles.cpp: the tree as bytes: the body in a stream, the file with its header,
 // memory maps, memory blocks, the compressed form and Base64.
 #include "orv/Log.h"
-#include "orv/QtToString.h"
 #include "orv/StringFormat.h"
-#include "orv/StringText.h"
 #include "orv/XDataStream.h"
 #include "orv/XFile.h"
 #include "orv/XFileMapper.h"
@@ -53,11 +51,14 @@ void XTree::readFromStream(XDataStream &stream) {
     if (!stream.enterTree())
         return;
     qint32 count = 0;
-    stream >> count;
-    if (count < 0)
+    if (stream.canRead(sizeof count))
+        stream >> count;
+    if (count < 0) {
+        ppError("XTree::readFromStream, entry count:$ is negative", count);
         stream.setStatus(QDataStream::ReadCorruptData);
-    else if (!stream.canRead(static_cast<quint64>(count)))
-        count = -1;
+    } else if (!stream.canRead(static_cast<quint64>(count))) {
+        count = 0; // more entries than bytes: the count is damaged
+    }
     for (qint32 i = 0; i < count; ++i) {
         QString key = stream.readString();
         XVal val;
@@ -94,6 +95,9 @@ bool XTree::readFromDevice(QIODevice &device, XTypeSupporter const &s) {
     // Links resolve only once every object exists.
     set_parent_recursive();
     URL_to_pointer();
+    // A value cut at the very end reads as zeros without a word: say it here.
+    if (stream.status() != QDataStream::Ok)
+        ppError("XTree::readFromDevice, damaged body, stream status:$", int(stream.status()));
     return stream.status() == QDataStream::Ok && stream.countReadFailures() == 0;
 }
 
@@ -161,15 +165,17 @@ XTree XTree::create_copy(XTypeSupporter const &s) const {
     return twin;
 }
 
+// Base64 of the compressed bytes themselves: read as UTF-8 text they would lose bytes
+// (and Qt 5 stops such text at the first 0).
 QString XTree::create_string_base64(XTypeSupporter const &) const {
     XTypeSupporter const &basic = XTypeSupporter::basicTypes();
     XByteArray const packed = XByteArray::compress(createMem(basic).createByteArray());
-    return base64_encode(qt::asString(packed));
+    return QString::fromLatin1(packed.toBase64());
 }
 
 XTree XTree::create_tree_from_base64(QString const &text, XTypeSupporter const &) {
     XTree tree;
-    tree.read_from_compressed_bytes(XByteArray(qt::fromString(base64_decode(text))),
+    tree.read_from_compressed_bytes(XByteArray(QByteArray::fromBase64(text.toLatin1())),
                                     XTypeSupporter::basicTypes());
     return tree;
 }
