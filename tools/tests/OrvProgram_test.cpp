@@ -34,11 +34,11 @@ QString sample(char const *name) { return QStringLiteral(ORV_SAMPLE_DIR "/") + n
 TEST(OrvProgram, ListingNamesEveryCommandWithItsDescriptionAndGives1) {
     ChildRun const run = runOrv({});
     EXPECT_EQ(run.exitCode, 1);
-    for (char const *command : {"cmdline", "format", "loginfo", "md5"}) {
+    for (char const *command : {"cmdline", "format", "loginfo", "md5", "tree"}) {
         QRegularExpression const line(QStringLiteral("\\b%1 \\.+ \\S").arg(command));
         EXPECT_TRUE(run.output.contains(line)) << command << "\n" << run.output.toStdString();
     }
-    EXPECT_TRUE(run.output.contains("basic tests:4"));
+    EXPECT_TRUE(run.output.contains("basic tests:5"));
 }
 
 // Each run gives its status and output lines that hold every text of has and none of lacks.
@@ -67,6 +67,25 @@ TEST(OrvProgram, CommandsGiveTheirResultAndStatus) {
          {"loginfo line 1 at ERROR"},
          {"loginfo line 1 at WARN", "loginfo line 1 at INFO", "executing test 'loginfo'"}},
         {{"loginfo"}, 0, {"loginfo line 1 at TEST", "executing test 'loginfo'"}, {}},
+        // Tree files are told apart by their first field: a name's length, or a digest.
+        {{"tree", "--file", sample("cube.tree")},
+         0,
+         {"plain form, 5 entries", "    size + XTree{edge:double, 2.500000}",
+          "    ids: int32 [3], 1 2 3 "},
+         {}},
+        {{"tree", "--file", sample("cube.ctree"), "--stats"},
+         0,
+         {"compressed form, 5 entries", "SIMPLE 3", "    int32[] 1", "bytes 211 (file 155)"},
+         {}},
+        {{"tree", "--file", sample("cube_cut.tree")},
+         9,
+         {"XDataStream::readVal, type problems <>", "EXIT_ORV_ERROR 9 - 'parsing problem'"},
+         {}},
+        {{"tree", "--file", sample("fox.txt")},
+         10,
+         {"XByteArray::unCompress, CHECKSUM-ERROR", "EXIT_ORV_ERROR 10 - 'checksum problem'"},
+         {}},
+        {{"tree"}, 6, {"tree: missing --file"}, {}},
     };
     for (Row const &row : rows) {
         ChildRun const run = runOrv(row.args);

@@ -13,6 +13,8 @@ char const *helpText() {
            " cmdline --line \"cmd --k v\"      parse one command line, show its table\n"
            " format --text \"a $ b\" --args x,y  fill the $ places of a text\n"
            " loginfo [--count N]             log header and N lines at every level\n"
+           " tree --file F [--stats]         show a tree file, plain or compressed, or count\n"
+           "                                 its values (status 9 damaged, 10 bad digest)\n"
            "\n"
            "logger options, for every command\n"
            " --logLevel debug|test|info|warn|err\n"
