@@ -29,11 +29,17 @@ quintptr handleOf(QString const &text) {
     return handle;
 }
 
+// A process that writes raw string arrays without end must not grow without end: past
+// this many strings the registry starts afresh, and older handles read as unknown.
+size_t const MAX_KEPT = size_t(1) << 20;
+
 } // namespace
 
 void keepHandles(QString const *strings, quint64 count) {
     Registry &r = registry();
     QMutexLocker lock(&r.mutex);
+    if (r.strings.size() + count > MAX_KEPT)
+        r.strings.clear();
     for (quint64 i = 0; i < count; ++i)
         r.strings.emplace(handleOf(strings[i]), strings[i]);
 }

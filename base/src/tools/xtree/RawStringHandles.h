@@ -8,8 +8,8 @@
 
 namespace orv::xtree {
 
-// Keeps the strings whose handles go into a stream alive for the rest of the process,
-// so that a reader of this process can always follow them.
+// Keeps the strings whose handles go into a stream alive (the last million or so), so
+// that a reader of this process can follow them.
 void keepHandles(QString const *strings, quint64 count);
 // The string behind a handle this process wrote; false for any other handle (another
 // process's file, damaged bytes), which is never followed.
