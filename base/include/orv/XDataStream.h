@@ -21,6 +21,8 @@
 
 namespace orv {
 
+class XMemoryWrapper;
+class XNullDevice;
 class XTypeSupporter;
 class XVal;
 
@@ -76,6 +78,12 @@ public:
     // QDataStream's QString form (32-bit byte length or 0xFFFFFFFF, UTF-16 big-endian),
     // checked like the other lengths.
     QString readQtString();
+    // A number as QDataStream's operator writes and reads it (bool as 1 byte, float at
+    // the stream's precision, the stream's byte order), but straight to and from the
+    // memory of an XMemoryWrapper and the counter of an XNullDevice: values are many and
+    // small, and QIODevice's way costs more than the value.
+    template <typename T> void writeNumber(T value);
+    template <typename T> void readNumber(T &value);
     // Values this stream could not read (unknown types, bad lengths).
     quint64 countReadFailures() const { return readFailures; }
 
@@ -98,11 +106,26 @@ private:
     bool enterTree();
     void leaveTree() { --treeDepth; }
     qint64 bigTransfer(char *data, quint64 len, bool writing);
+    // All n bytes or nothing written; false once the stream has failed.
+    bool putBytes(char const *data, quint64 n);
+    // Up to n bytes read, the rest zero-filled with the stream marked ReadPastEnd; the
+    // bytes read, -1 when there were none.
+    qint64 getBytes(char *data, quint64 n);
+    quint64 bytesLeft() const;
 
     XTypeSupporter const *types;
+    // The device's own kind when it is one the stream reaches without QIODevice.
+    XMemoryWrapper *block = nullptr;
+    bool blockReads = false;
+    bool blockWrites = false;
+    XNullDevice *counter = nullptr;
+    // Set by the tree when its device appends to this block: bytes go there directly.
+    XMem *appendTarget = nullptr;
     XAtomic<bool> skipReading;
     unsigned int treeDepth = 0;
     quint64 readFailures = 0;
+    // Links and link arrays read: only then has a tree links to resolve.
+    quint64 linksRead = 0;
 
     static XAtomic<bool> flagDebug;
     static XAtomic<quint64> failurePauseMs;

@@ -79,6 +79,8 @@ public:
         WriteArrayFn writeArray;
         ReadArrayFn readArray;
         ToStringFn toString;
+        // Bytes of one element in a raw array block.
+        quint64 elementSize = 0;
     };
 
     static XFunctionMapper &instance();

@@ -13,7 +13,9 @@
 
 #include <QtCore/QString>
 
+#include <cstddef>
 #include <functional>
+#include <new>
 #include <type_traits>
 #include <utility>
 
@@ -42,6 +44,13 @@ public:
     // The two forms of destroy: delete, and delete[] for a block from new[].
     template <typename T> static XDestructor *forObject(T *object);
     template <typename T> static XDestructor *forArray(T *block);
+    // A new T and its destructor in one allocation: kill() ends the T, deleting the
+    // destructor frees both. Values are many and small; this halves their allocations.
+    template <typename T, typename... Args>
+    static XDestructor *withObject(T *&object, Args &&...args);
+
+    // Frees the whole allocation also of a destructor made by withObject.
+    static void operator delete(void *p) { ::operator delete(p); }
 
     // TEST and DEBUG trace lines of destruction.
     static bool flagDebug;
@@ -142,11 +151,32 @@ template <typename T> XDestructor *XDestructor::forArray(T *block) {
     });
 }
 
+template <typename T, typename... Args>
+XDestructor *XDestructor::withObject(T *&object, Args &&...args) {
+    std::size_t constexpr offset = (sizeof(XDestructor) + alignof(T) - 1) / alignof(T) * alignof(T);
+    void *const raw = ::operator new(offset + sizeof(T));
+    T *made = nullptr;
+    try {
+        made = new (static_cast<char *>(raw) + offset) T(std::forward<Args>(args)...);
+    } catch (...) {
+        ::operator delete(raw);
+        throw;
+    }
+    object = made;
+    return new (raw) XDestructor(made, [made] {
+        if (flagDebug)
+            traceDestroy(false, XTypeName<T>::name());
+        made->~T();
+    });
+}
+
 template <typename T> void XVal::setValMove(T &&value) {
     using V = std::remove_cv_t<std::remove_reference_t<T>>;
     static_assert(XTypeName<V>::simple || std::is_rvalue_reference_v<T &&>,
                   "trees, arrays and links are stored by move");
-    setValPointer(new V(std::forward<T>(value)));
+    V *fresh = nullptr;
+    XDestructor *const freshDestructor = XDestructor::withObject(fresh, std::forward<T>(value));
+    replaceWith(fresh, freshDestructor, XTypeName<V>::name());
 }
 
 } // namespace orv

@@ -120,7 +120,7 @@ qint64 XMemoryWrapper::readData(char *data, qint64 maxSize) {
     qint64 const n = qMin(maxSize, rest);
     std::memcpy(data, current, static_cast<size_t>(n));
     current += n;
-    releasePassedPages();
+    releasePassedPages(current);
     return n;
 }
 
@@ -133,18 +133,18 @@ qint64 XMemoryWrapper::writeData(char const *data, qint64 n) {
     }
     std::memcpy(current, data, static_cast<size_t>(n));
     current += n;
-    releasePassedPages();
+    releasePassedPages(current);
     return n;
 }
 
-void XMemoryWrapper::releasePassedPages() {
-    qint64 const step = 1 << 20;
+void XMemoryWrapper::releasePassedPages(char *upTo) {
+    qint64 const chunk = 1 << 20;
     if (!releaseBehind)
         return;
-    if (released < start || released > current)
+    if (released < start || released > upTo)
         released = start;
-    if (current - released >= step)
-        released = platform::releaseMappedPages(released, static_cast<quint64>(current - released));
+    if (upTo - released >= chunk)
+        released = platform::releaseMappedPages(released, static_cast<quint64>(upTo - released));
 }
 
 QString XMemoryWrapper::readString() { return QString(readAll()); }

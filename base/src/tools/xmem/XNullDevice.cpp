@@ -34,10 +34,14 @@ XNullDevice::XNullDevice(bool withDigest) : time(nowMicroseconds()), withDigest(
 XNullDevice::~XNullDevice() = default;
 
 qint64 XNullDevice::writeData(char const *data, qint64 n) {
-    written += static_cast<quint64>(n);
+    account(data, static_cast<quint64>(n));
+    return n;
+}
+
+void XNullDevice::account(char const *data, quint64 n) {
+    written += n;
     if (withDigest)
         md5.update(data, static_cast<unsigned int>(n));
-    return n;
 }
 
 qint64 XNullDevice::readData(char *data, qint64 maxSize) {

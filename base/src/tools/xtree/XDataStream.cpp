@@ -5,6 +5,8 @@
 #include "orv/Log.h"
 #include "orv/OrvTime.h"
 #include "orv/XError.h"
+#include "orv/XMemoryWrapper.h"
+#include "orv/XNullDevice.h"
 #include "orv/XObject.h"
 #include "orv/XTreeArray.h"
 #include "orv/XTypeSupporter.h"
@@ -12,6 +14,7 @@
 
 #include <QtCore/QtEndian>
 
+#include <algorithm>
 #include <cstring>
 #include <limits>
 #include <vector>
@@ -83,9 +86,17 @@ QString typeNameOf(char const *bytes, int n) {
         names.push_back(XTypeName<XLink>::name());
         return names;
     }();
-    for (QString const &name : known)
-        if (name.size() == n && QLatin1String(bytes, n) == name)
-            return name;
+    // Values of a few types alternate: the last ones found are tried first.
+    thread_local size_t recent[4] = {0, 0, 0, 0};
+    for (size_t i : recent)
+        if (known[i].size() == n && QLatin1String(bytes, n) == known[i])
+            return known[i];
+    for (size_t i = 0; i < known.size(); ++i)
+        if (known[i].size() == n && QLatin1String(bytes, n) == known[i]) {
+            std::copy_backward(recent, recent + 3, recent + 4);
+            recent[0] = i;
+            return known[i];
+        }
     return QString::fromUtf8(bytes, n);
 }
 
@@ -108,11 +119,152 @@ XDataStream::XDataStream(QByteArray const &bytes, XTypeSupporter const &types)
     setUp();
 }
 
-void XDataStream::setUp() { setVersion(STREAM_VERSION); }
+void XDataStream::setUp() {
+    setVersion(STREAM_VERSION);
+    if (QIODevice *const dev = device()) {
+        block = dynamic_cast<XMemoryWrapper *>(dev);
+        counter = dynamic_cast<XNullDevice *>(dev);
+        // A closed block goes the QIODevice way, which reports it.
+        blockReads = block && block->isReadable();
+        blockWrites = block && block->isWritable();
+    }
+}
+
+quint64 XDataStream::bytesLeft() const {
+    if (blockReads)
+        return static_cast<quint64>(qMax<qint64>(block->restSize(), 0));
+    QIODevice *const dev = device();
+    return dev ? static_cast<quint64>(qMax<qint64>(dev->bytesAvailable(), 0)) : 0;
+}
+
+bool XDataStream::putBytes(char const *data, quint64 n) {
+    if (status() != Ok)
+        return false;
+    if (appendTarget) {
+        appendTarget->append_raw_data(data, n);
+        return true;
+    }
+    if (blockWrites) {
+        char *const to = block->step(n);
+        if (!to) {
+            setStatus(WriteFailed);
+            return false;
+        }
+        std::memcpy(to, data, n);
+        return true;
+    }
+    if (counter) {
+        counter->account(data, n);
+        return true;
+    }
+    int const size = static_cast<int>(n);
+    return QDataStream::writeRawData(data, size) == size;
+}
+
+qint64 XDataStream::getBytes(char *data, quint64 n) {
+    qint64 got = 0;
+    if (blockReads) {
+        // Like a device read: what is left, then zeros.
+        quint64 const take = qMin<quint64>(n, bytesLeft());
+        if (take)
+            std::memcpy(data, block->step(take), take);
+        got = take ? static_cast<qint64>(take) : -1;
+    } else {
+        got = QDataStream::readRawData(data, static_cast<int>(n));
+    }
+    if (got != static_cast<qint64>(n)) {
+        std::memset(data + qMax<qint64>(got, 0), 0, n - static_cast<quint64>(qMax<qint64>(got, 0)));
+        setStatus(ReadPastEnd);
+    }
+    return got;
+}
+
+namespace {
+
+// Numbers in the stream's byte order, as QDataStream writes them.
+template <typename U> void toStreamOrder(U bits, char *out, QDataStream::ByteOrder order) {
+    if (order == QDataStream::BigEndian)
+        qToBigEndian(bits, out);
+    else
+        qToLittleEndian(bits, out);
+}
+
+template <typename U> U fromStreamOrder(char const *in, QDataStream::ByteOrder order) {
+    return order == QDataStream::BigEndian ? qFromBigEndian<U>(in) : qFromLittleEndian<U>(in);
+}
+
+} // namespace
+
+template <typename T> void XDataStream::writeNumber(T value) {
+    if constexpr (std::is_same_v<T, bool>) {
+        writeNumber<qint8>(value ? 1 : 0);
+    } else if constexpr (std::is_same_v<T, float>) {
+        if (floatingPointPrecision() == DoublePrecision)
+            return writeNumber<double>(value);
+        quint32 bits;
+        std::memcpy(&bits, &value, 4);
+        char bytes[4];
+        toStreamOrder(bits, bytes, byteOrder());
+        putBytes(bytes, 4);
+    } else if constexpr (std::is_floating_point_v<T>) {
+        quint64 bits;
+        std::memcpy(&bits, &value, 8);
+        char bytes[8];
+        toStreamOrder(bits, bytes, byteOrder());
+        putBytes(bytes, 8);
+    } else {
+        char bytes[sizeof(T)];
+        toStreamOrder(value, bytes, byteOrder());
+        putBytes(bytes, sizeof(T));
+    }
+}
+
+template <typename T> void XDataStream::readNumber(T &value) {
+    if constexpr (std::is_same_v<T, bool>) {
+        qint8 byte = 0;
+        readNumber(byte);
+        value = byte != 0;
+    } else if constexpr (std::is_same_v<T, float>) {
+        if (floatingPointPrecision() == DoublePrecision) {
+            double d = 0;
+            readNumber(d);
+            value = static_cast<float>(d);
+            return;
+        }
+        char bytes[4];
+        getBytes(bytes, 4);
+        quint32 const bits = fromStreamOrder<quint32>(bytes, byteOrder());
+        std::memcpy(&value, &bits, 4);
+    } else if constexpr (std::is_floating_point_v<T>) {
+        char bytes[8];
+        getBytes(bytes, 8);
+        quint64 const bits = fromStreamOrder<quint64>(bytes, byteOrder());
+        std::memcpy(&value, &bits, 8);
+    } else {
+        char bytes[sizeof(T)];
+        getBytes(bytes, sizeof(T));
+        value = fromStreamOrder<T>(bytes, byteOrder());
+    }
+}
+
+#define ORV_INSTANTIATE_NUMBER(T)                                                                  \
+    template ORV_EXPORT void XDataStream::writeNumber<T>(T);                                       \
+    template ORV_EXPORT void XDataStream::readNumber<T>(T &);
+ORV_INSTANTIATE_NUMBER(bool)
+ORV_INSTANTIATE_NUMBER(qint8)
+ORV_INSTANTIATE_NUMBER(quint8)
+ORV_INSTANTIATE_NUMBER(qint16)
+ORV_INSTANTIATE_NUMBER(quint16)
+ORV_INSTANTIATE_NUMBER(qint32)
+ORV_INSTANTIATE_NUMBER(quint32)
+ORV_INSTANTIATE_NUMBER(qint64)
+ORV_INSTANTIATE_NUMBER(quint64)
+ORV_INSTANTIATE_NUMBER(float)
+ORV_INSTANTIATE_NUMBER(double)
+#undef ORV_INSTANTIATE_NUMBER
 
 bool XDataStream::canRead(quint64 n) {
-    QIODevice *const dev = device();
-    quint64 const left = dev ? static_cast<quint64>(qMax<qint64>(dev->bytesAvailable(), 0)) : 0;
+    quint64 const left = bytesLeft();
     if (n <= left)
         return true;
     ppError("XDataStream::canRead, $ bytes wanted, $ left", n, left);
@@ -120,11 +272,11 @@ bool XDataStream::canRead(quint64 n) {
     return false;
 }
 
-void XDataStream::writeCount(quint64 count) { *this << static_cast<qint64>(count); }
+void XDataStream::writeCount(quint64 count) { writeNumber(static_cast<qint64>(count)); }
 
 quint64 XDataStream::readCount() {
     qint64 count = 0;
-    *this >> count;
+    readNumber(count);
     return static_cast<quint64>(count);
 }
 
@@ -133,19 +285,18 @@ void XDataStream::write_UTF8_String(QString const &text) {
     if (text.size() <= STACK_TEXT && isAscii(text)) {
         qToBigEndian<qint64>(text.size(), stack);
         copyAscii(text, stack + 8);
-        int const n = 8 + text.size();
-        ORV_ASSERT(QDataStream::writeRawData(stack, n) == n);
+        ORV_ASSERT(putBytes(stack, 8 + static_cast<quint64>(text.size())));
         return;
     }
     QByteArray const utf8 = text.toUtf8();
     qToBigEndian<qint64>(utf8.size(), stack);
-    ORV_ASSERT(QDataStream::writeRawData(stack, 8) == 8);
-    ORV_ASSERT(QDataStream::writeRawData(utf8.constData(), utf8.size()) == utf8.size());
+    ORV_ASSERT(putBytes(stack, 8));
+    ORV_ASSERT(putBytes(utf8.constData(), static_cast<quint64>(utf8.size())));
 }
 
 QString XDataStream::readString() {
     qint64 len = 0;
-    *this >> len;
+    readNumber(len);
     if (len < 0 || len > std::numeric_limits<int>::max()) {
         ppError("XDataStream::readString, length:$ is no string's", len);
         setStatus(ReadCorruptData);
@@ -156,33 +307,33 @@ QString XDataStream::readString() {
     int const n = static_cast<int>(len);
     if (n <= STACK_TEXT) {
         char stack[STACK_TEXT];
-        QDataStream::readRawData(stack, n);
+        getBytes(stack, static_cast<quint64>(n));
         return fromUtf8UpToZero(stack, static_cast<quint64>(n));
     }
     QByteArray bytes(n, Qt::Uninitialized);
-    QDataStream::readRawData(bytes.data(), n);
+    getBytes(bytes.data(), static_cast<quint64>(n));
     return fromUtf8UpToZero(bytes.constData(), static_cast<quint64>(n));
 }
 
 void XDataStream::write_short_UTF8_String(QString const &text) {
     char buffer[1 + SHORT_MAX];
     int const n = encodeShort(text, buffer);
-    ORV_ASSERT(QDataStream::writeRawData(buffer, n) == n);
+    ORV_ASSERT(putBytes(buffer, static_cast<quint64>(n)));
 }
 
 QString XDataStream::readShortString() {
     quint8 len = 0;
-    *this >> len;
+    readNumber(len);
     if (len == 0 || !canRead(len))
         return QString();
     char buffer[256];
-    QDataStream::readRawData(buffer, len);
+    getBytes(buffer, len);
     return fromUtf8UpToZero(buffer, len);
 }
 
 QString XDataStream::readQtString() {
     quint32 bytes = 0;
-    *this >> bytes;
+    readNumber(bytes);
     if (bytes == 0xFFFFFFFFu)
         return QString();
     if (bytes & 1u) {
@@ -193,7 +344,7 @@ QString XDataStream::readQtString() {
     if (!canRead(bytes))
         return QString();
     QString text(static_cast<int>(bytes / 2), Qt::Uninitialized);
-    QDataStream::readRawData(reinterpret_cast<char *>(text.data()), static_cast<int>(bytes));
+    getBytes(reinterpret_cast<char *>(text.data()), bytes);
     qFromBigEndian<quint16>(text.data(), text.size(), text.data());
     return text;
 }
@@ -203,7 +354,7 @@ bool XDataStream::writeVal(XVal const &val) {
     char head[2 + SHORT_MAX];
     head[0] = static_cast<char>(val.getCategory());
     int const n = 1 + encodeShort(val.getType(), head + 1);
-    ORV_ASSERT(QDataStream::writeRawData(head, n) == n);
+    ORV_ASSERT(putBytes(head, static_cast<quint64>(n)));
     if (types->writeVal(*this, val))
         return true;
     ppError("XDataStream::writeVal, type problems <$>, typeSupporter@$", val.getType(),
@@ -214,11 +365,12 @@ bool XDataStream::writeVal(XVal const &val) {
 bool XDataStream::readVal(XVal &val) {
     quint8 category = 0;
     quint8 len = 0;
-    *this >> category >> len;
+    readNumber(category);
+    readNumber(len);
     QString type;
     if (len && canRead(len)) {
         char buffer[256];
-        QDataStream::readRawData(buffer, len);
+        getBytes(buffer, len);
         type = typeNameOf(buffer, static_cast<int>(qstrnlen(buffer, len)));
     }
     XVal fresh;
@@ -230,6 +382,9 @@ bool XDataStream::readVal(XVal &val) {
                                    : type == XLink::str_XLink           ? XVal::LINK
                                                                         : XVal::SIMPLE;
     if (types->readVal(*this, type, fresh) && fresh.getPointer() && category == expected) {
+        XTreeArray const *array = fresh.value<XTreeArray>();
+        if (category == XVal::LINK || (array && array->isCategoryLink()))
+            ++linksRead;
         val = std::move(fresh);
         val.setCategory(category);
         return true;
@@ -244,15 +399,15 @@ bool XDataStream::readVal(XVal &val) {
 
 qint64 XDataStream::bigTransfer(char *data, quint64 len, bool writing) {
     char const *const name = writing ? "writeBigData" : "readBigData";
-    auto const piece = [&](quint64 offset, quint64 n) {
-        int const size = static_cast<int>(n);
-        return writing ? QDataStream::writeRawData(data + offset, size)
-                       : QDataStream::readRawData(data + offset, size);
+    auto const piece = [&](quint64 offset, quint64 n) -> qint64 {
+        if (writing)
+            return putBytes(data + offset, n) ? static_cast<qint64>(n) : -1;
+        return getBytes(data + offset, n);
     };
     quint64 const chunk = 0x100000;
     quint64 done = 0;
     for (quint64 i = 0, pieces = len >> 20; i < pieces; ++i) {
-        int const r = piece(done, chunk);
+        qint64 const r = piece(done, chunk);
         if (r < 0) {
             ppError("XDataStream::$ failed", name);
             return -1;
@@ -260,7 +415,7 @@ qint64 XDataStream::bigTransfer(char *data, quint64 len, bool writing) {
         done += static_cast<quint64>(r);
     }
     if (quint64 const rest = len & 0xFFFFF) {
-        int const r = piece(done, rest);
+        qint64 const r = piece(done, rest);
         if (r < 0) {
             ppError("XDataStream::$,REST failed", name);
             return -1;

@@ -39,13 +39,15 @@ template <typename T> float *componentsOf(T &value) {
 // The scalar form, and (with the two differences below) the element form of arrays.
 template <typename T> void writeOne(XDataStream &s, T const &value, bool element) {
     if constexpr (std::is_same_v<T, signed char>)
-        s << static_cast<qint32>(value); // 4 bytes, while the reader takes 1
+        s.writeNumber(static_cast<qint32>(value)); // 4 bytes, while the reader takes 1
+    else if constexpr (std::is_arithmetic_v<T>)
+        s.writeNumber(value);
     else if constexpr (std::is_same_v<T, QString>)
         element ? static_cast<void>(s << value) : s.write_UTF8_String(value);
     else if constexpr (isFloatGeometry<T>)
         for (float const *c = componentsOf(const_cast<T &>(value)), *end = c + sizeof(T) / 4;
              c != end; ++c)
-            s << *c;
+            s.writeNumber(*c);
     else
         s << value;
 }
@@ -57,11 +59,13 @@ template <typename T> void readOne(XDataStream &s, T &value, bool element) {
             value = static_cast<signed char>(c);
         else
             ppError("xRead<char>");
+    } else if constexpr (std::is_arithmetic_v<T>) {
+        s.readNumber(value);
     } else if constexpr (std::is_same_v<T, QString>) {
         value = element ? s.readQtString() : s.readString();
     } else if constexpr (isFloatGeometry<T>) {
         for (float *c = componentsOf(value), *end = c + sizeof(T) / 4; c != end; ++c)
-            s >> *c;
+            s.readNumber(*c);
     } else {
         s >> value;
     }
@@ -108,6 +112,8 @@ template <typename T> bool writeElements(XDataStream &s, XTreeArray const &array
 
 // Raw strings are handles: only those this process wrote are followed.
 void resolveHandles(XDataStream &s, QString *strings, quint64 count) {
+    if (count == 0)
+        return;
     std::vector<quintptr> handles(count);
     s.readBigData(reinterpret_cast<char *>(handles.data()), count * sizeof(quintptr));
     quint64 foreign = 0;
@@ -176,7 +182,7 @@ template <typename T> void XFunctionMapper::addFunction() {
         return;
     }
     table.emplace(name, Handlers{writeValue<T>, readValue<T>, writeElements<T>, readElements<T>,
-                                 valueText<T>});
+                                 valueText<T>, sizeof(T)});
 }
 
 #define ORV_INSTANTIATE_ADD_FUNCTION(T, N) template void XFunctionMapper::addFunction<T>();

@@ -12,8 +12,9 @@ namespace orv {
 
 namespace {
 
-// Appends what is written to a block that grows, so that a tree goes to memory in one
-// pass (a file is sized by a dry run first instead).
+// Appends what is written to a growing block, so that a tree goes to memory in one pass
+// (a file is sized by a dry run instead). The tree's own writes reach the block
+// directly; this device serves the writes that go through QIODevice.
 class AppendDevice : public QIODevice {
 public:
     explicit AppendDevice(XMem &block) : block(block) { open(QIODevice::WriteOnly); }
@@ -29,6 +30,29 @@ private:
     XMem &block;
 };
 
+// Mappings from this size on give their pages back as the stream passes them, so that a
+// file of many GiB costs little memory; for smaller ones that costs more than it saves.
+quint64 const RELEASE_BEHIND_FROM = quint64(256) << 20;
+
+// A first guess of the form's size from the top level and the sizes of the children,
+// for the capacity of a growing block: growing by doubling would copy the bytes over
+// and over. Capacity only: a guess too high costs address space, not memory.
+quint64 sizeGuess(XTree const &tree) {
+    quint64 const perEntry = 32;
+    quint64 guess = 64;
+    for (auto const &entry : tree.getMap()) {
+        XVal const &val = entry.second;
+        guess += perEntry;
+        if (XTree const *child = val.isTree() ? val.value<XTree>() : nullptr)
+            guess += perEntry * child->countChildren();
+        if (XTreeArray const *array = val.isArray() ? val.value<XTreeArray>() : nullptr) {
+            XFunctionMapper::Handlers const *h = XFunctionMapper::instance().find(array->type());
+            guess += array->size() * (h ? h->elementSize : perEntry);
+        }
+    }
+    return guess;
+}
+
 } // namespace
 
 XRamInfo XRamInfo::ramInfoFromTree(XTree const &tree, XTypeSupporter const &s, bool withDigest) {
@@ -40,7 +64,7 @@ XRamInfo XRamInfo::ramInfoFromTree(XTree const &tree, XTypeSupporter const &s, b
 }
 
 void XTree::writeToStream(XDataStream &stream) const {
-    stream << static_cast<qint32>(map.size());
+    stream.writeNumber(static_cast<qint32>(map.size()));
     for (auto const &[key, val] : map) {
         stream.write_UTF8_String(key);
         stream.writeVal(val);
@@ -52,7 +76,7 @@ void XTree::readFromStream(XDataStream &stream) {
         return;
     qint32 count = 0;
     if (stream.canRead(sizeof count))
-        stream >> count;
+        stream.readNumber(count);
     if (count < 0) {
         ppError("XTree::readFromStream, entry count:$ is negative", count);
         stream.setStatus(QDataStream::ReadCorruptData);
@@ -61,13 +85,19 @@ void XTree::readFromStream(XDataStream &stream) {
     }
     for (qint32 i = 0; i < count; ++i) {
         QString key = stream.readString();
-        XVal val;
-        bool const ok = stream.readVal(val);
-        // Files hold their keys in order: appending at the end is the common case.
-        if (map.empty() || map.rbegin()->first < key)
-            map.emplace_hint(map.end(), std::move(key), std::move(val));
-        else
-            map.insert_or_assign(std::move(key), std::move(val));
+        // Files hold their keys in order: the value is read in place at the end of the
+        // map. A repeated key keeps the last value.
+        XVal *slot = nullptr;
+        if (map.empty() || map.rbegin()->first < key) {
+            slot = &map.emplace_hint(map.end(), std::move(key), XVal())->second;
+        } else {
+            slot = &map[key];
+            *slot = XVal();
+        }
+        bool const ok = stream.readVal(*slot);
+        // Every object gets its parent here, so that a whole file needs no second walk.
+        if (XObject *object = objectOf(*slot))
+            object->setParent(this);
         // Past the end every further value fails too: one failed value ends the body.
         if (!ok && stream.status() != QDataStream::Ok)
             break;
@@ -91,10 +121,11 @@ bool XTree::readFromDevice(QIODevice &device, XTypeSupporter const &s) {
                 getTypeAsString(), header);
         return false;
     }
+    // The body sets every parent as it reads; links resolve only once every object
+    // exists, and a file without links skips that walk.
     readFromStream(stream);
-    // Links resolve only once every object exists.
-    set_parent_recursive();
-    URL_to_pointer();
+    if (stream.linksRead)
+        URL_to_pointer();
     // A value cut at the very end reads as zeros without a word: say it here.
     if (stream.status() != QDataStream::Ok)
         ppError("XTree::readFromDevice, damaged body, stream status:$", int(stream.status()));
@@ -131,19 +162,20 @@ XMem XTree::createMem(XTypeSupporter const &s) const {
         ppDebug("XTree::createMem - Tree empty ?");
         return block;
     }
+    block.reserve(sizeGuess(*this));
     AppendDevice device(block);
-    writeToDevice(device, s);
+    XDataStream stream(&device, s);
+    stream.appendTarget = &block;
+    stream.write_UTF8_String(getTypeAsString());
+    writeToStream(stream);
     return block;
 }
 
 XByteArray XTree::createByteArray(XTypeSupporter const &s) const {
-    XByteArray bytes;
     if (map.empty())
-        return bytes;
-    XDataStream stream(&bytes, QIODevice::WriteOnly, s);
-    stream.write_UTF8_String(getTypeAsString());
-    writeToStream(stream);
-    return bytes;
+        return XByteArray();
+    XMem const block = createMem(s);
+    return XByteArray(block.mem(), static_cast<int>(block.size()));
 }
 
 void XTree::copy(XTree *target, XTypeSupporter const &s) const {
@@ -193,7 +225,7 @@ bool XTree::loadFromFile(QString const &path, XTypeSupporter const &s) {
         return false;
     }
     XMemoryWrapper device(mapped, file.length(), QIODevice::ReadWrite);
-    device.setReleaseBehind(true);
+    device.setReleaseBehind(file.length() >= RELEASE_BEHIND_FROM);
     readFromDevice(device, s);
     return true;
 }
@@ -234,7 +266,7 @@ bool XTree::saveAsFile(QString const &path, XTypeSupporter const &s) {
         return false;
     }
     XMemoryWrapper device(mapped, size, QIODevice::WriteOnly);
-    device.setReleaseBehind(true);
+    device.setReleaseBehind(size >= RELEASE_BEHIND_FROM);
     writeToDevice(device, s);
     filename = path;
     return true;

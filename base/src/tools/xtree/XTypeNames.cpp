@@ -24,10 +24,14 @@ namespace {
 
 // "bool" is the demangled name of the type, as the registry always spelt it.
 template <typename T> QString spelling(QString const &listed) {
-    if constexpr (std::is_same_v<T, bool>)
-        return platform::demangle(typeid(bool).name());
-    else
+    // The listed literal when the system's name agrees: literals are shared without a
+    // reference count, and every value copies its type name a few times.
+    if constexpr (std::is_same_v<T, bool>) {
+        QString const demangled = platform::demangle(typeid(bool).name());
+        return demangled == listed ? listed : demangled;
+    } else {
         return listed;
+    }
 }
 
 } // namespace

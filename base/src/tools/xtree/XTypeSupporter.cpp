@@ -17,8 +17,23 @@ namespace orv {
 
 namespace {
 
+// A tree holds few types, and all values of a type share one name string: the names
+// looked up last are kept (with their data, so that no address is reused) and found by
+// address before the table is asked.
 XFunctionMapper::Handlers const *handlersOf(QString const &type) {
-    return XFunctionMapper::instance().find(type);
+    struct Seen {
+        QString name;
+        XFunctionMapper::Handlers const *handlers = nullptr;
+    };
+    thread_local Seen seen[8];
+    thread_local unsigned int next = 0;
+    for (Seen const &entry : seen)
+        if (entry.handlers && entry.name.constData() == type.constData())
+            return entry.handlers;
+    XFunctionMapper::Handlers const *const found = XFunctionMapper::instance().find(type);
+    if (found)
+        seen[next++ % 8] = Seen{type, found};
+    return found;
 }
 
 // A count the device can't hold at the given bytes per element is damage.
@@ -93,7 +108,7 @@ bool XTypeSupporter::readVal(XDataStream &stream, QString const &type, XVal &val
     if (type == XTreeArray::str_XTreeArray) {
         QString const elementType = stream.readQtString();
         qint64 count = 0;
-        stream >> count;
+        stream.readNumber(count);
         return readArray(stream, elementType, static_cast<quint64>(count), val);
     }
     return false;
