@@ -25,7 +25,7 @@ case "$mode" in
     cmake_args=(-DORV_SANITIZE=thread -DORV_BUILD_BENCHMARKS=OFF -DORV_BUILD_EXAMPLES=OFF)
     # Threads, watchers, schedulers, timers, the logger and the kernel's hand-over to the
     # GUI thread live in these test folders.
-    tsan_areas=(tools_thread tools_time tools_log tools_kernel tools_kernelNoApp)
+    tsan_areas=(tools_thread tools_time tools_log tools_kernel tools_kernelNoApp tools_xtree)
     ctest_args=(-L "^($(IFS='|'; echo "${tsan_areas[*]}"))\$")
     # Only those test programs are built: the rest of the tree has no threads of its own.
     build_args=(--target $(printf 'orv_%s_test ' "${tsan_areas[@]}"))

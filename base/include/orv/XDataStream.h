@@ -35,6 +35,8 @@ public:
 
     // Must outlive the stream.
     XTypeSupporter const &typeSupporter() const { return *types; }
+    // QDataStream's, then the new device's kind is looked at again (see writeNumber).
+    void setDevice(QIODevice *device);
 
     // 8 bytes, signed on the wire.
     void writeCount(quint64 count);

@@ -121,13 +121,18 @@ XDataStream::XDataStream(QByteArray const &bytes, XTypeSupporter const &types)
 
 void XDataStream::setUp() {
     setVersion(STREAM_VERSION);
-    if (QIODevice *const dev = device()) {
-        block = dynamic_cast<XMemoryWrapper *>(dev);
-        counter = dynamic_cast<XNullDevice *>(dev);
-        // A closed block goes the QIODevice way, which reports it.
-        blockReads = block && block->isReadable();
-        blockWrites = block && block->isWritable();
-    }
+    QIODevice *const dev = device();
+    block = dynamic_cast<XMemoryWrapper *>(dev);
+    counter = dynamic_cast<XNullDevice *>(dev);
+    // A closed block goes the QIODevice way, which reports it.
+    blockReads = block && block->isReadable();
+    blockWrites = block && block->isWritable();
+    appendTarget = nullptr;
+}
+
+void XDataStream::setDevice(QIODevice *device) {
+    QDataStream::setDevice(device);
+    setUp();
 }
 
 quint64 XDataStream::bytesLeft() const {

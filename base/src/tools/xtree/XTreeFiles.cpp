@@ -180,6 +180,7 @@ XByteArray XTree::createByteArray(XTypeSupporter const &s) const {
 
 void XTree::copy(XTree *target, XTypeSupporter const &s) const {
     XMem block = createMem(s);
+    // An empty tree has no bytes to read: the copy is empty without a header warning.
     if (block.isEmpty()) {
         target->clear();
         return;
