@@ -9,6 +9,9 @@
 #include <cstdio>
 #include <mutex>
 
+#include <cstdlib>
+#include <cxxabi.h>
+#include <sys/mman.h>
 #include <sys/syscall.h>
 #include <unistd.h>
 
@@ -84,5 +87,26 @@ bool seek64(std::FILE *fp, long long pos) {
 }
 
 long long tell64(std::FILE *fp) { return static_cast<long long>(::ftello(fp)); }
+
+QString demangle(char const *mangledName) {
+    int status = 0;
+    char *readable = abi::__cxa_demangle(mangledName, nullptr, nullptr, &status);
+    QString const name = QString::fromLatin1(status == 0 && readable ? readable : mangledName);
+    std::free(readable);
+    return name;
+}
+
+// On a shared file mapping MADV_DONTNEED unmaps the pages only: written ones are already
+// in the page cache, and a later access maps them in again from there.
+char *releaseMappedPages(char *p, unsigned long long len) {
+    static unsigned long long const page = static_cast<unsigned long long>(::sysconf(_SC_PAGESIZE));
+    auto const start = reinterpret_cast<unsigned long long>(p);
+    unsigned long long const first = (start + page - 1) / page * page;
+    unsigned long long const end = (start + len) / page * page;
+    if (end <= first)
+        return p;
+    ::madvise(reinterpret_cast<void *>(first), end - first, MADV_DONTNEED);
+    return reinterpret_cast<char *>(end);
+}
 
 } // namespace orv::platform

@@ -34,8 +34,8 @@ QString sample(char const *name) { return QStringLiteral(ORV_SAMPLE_DIR "/") + n
 TEST(OrvProgram, ListingNamesEveryCommandWithItsDescriptionAndGives1) {
     // In alphabetical order; the count below follows the list.
     QStringList const commands{
-        "cmdline", "format", "get",   "grep",        "lines",
-        "loginfo", "md5",    "serve", "triangulate", "xml",
+        "cmdline", "format", "get",  "grep",        "lines", "loginfo",
+        "md5",     "serve",  "tree", "triangulate", "xml",
     };
     ChildRun const run = runOrv({});
     EXPECT_EQ(run.exitCode, 1);
@@ -120,6 +120,25 @@ TEST(OrvProgram, CommandsGiveTheirResultAndStatus) {
           "/scene@demo: attribute 'mode' = 'slow' is not one of 0,fast,good",
           "3 schema finding(s)"},
          {}},
+        // Tree files are told apart by their first field: a name's length, or a digest.
+        {{"tree", "--file", sample("cube.tree")},
+         0,
+         {"plain form, 5 entries", "    size + XTree{edge:double, 2.500000}",
+          "    ids: int32 [3], 1 2 3 "},
+         {}},
+        {{"tree", "--file", sample("cube.ctree"), "--stats"},
+         0,
+         {"compressed form, 5 entries", "SIMPLE 3", "    int32[] 1", "bytes 211 (file 155)"},
+         {}},
+        {{"tree", "--file", sample("cube_cut.tree")},
+         9,
+         {"XDataStream::readVal, type problems <>", "EXIT_ORV_ERROR 9 - 'parsing problem'"},
+         {}},
+        {{"tree", "--file", sample("fox.txt")},
+         10,
+         {"XByteArray::unCompress, CHECKSUM-ERROR", "EXIT_ORV_ERROR 10 - 'checksum problem'"},
+         {}},
+        {{"tree"}, 6, {"tree: missing --file"}, {}},
     };
     for (Row const &row : rows) {
         ChildRun const run = runOrv(row.args);

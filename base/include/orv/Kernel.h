@@ -23,6 +23,7 @@
 namespace orv {
 
 class XMem;
+class XTree;
 
 // What a test was started with: program, command and the --key value items.
 struct ORV_EXPORT StartTestParameter {
@@ -98,6 +99,9 @@ public:
     // loop. With no application object the block is lost with the event. An empty f
     // takes nothing: an ERROR line "OrvKernelEvent::runMethod, fuData == nullptr".
     static void move_mem_to_main_thread(XMem &&mem, std::function<void(XMem &&)> f);
+    // The same for a tree. It arrives as a root: whatever it hung under stays behind.
+    // An empty f drops the tree with an ERROR line, on any thread.
+    static void move_tree_to_main_thread(XTree &&tree, std::function<void(XTree &&)> f);
 
     // Runs a kernel event inside the notification; true whatever the event.
     bool filterOrvEvents(QObject *receiver, QEvent *event);

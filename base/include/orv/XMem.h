@@ -75,6 +75,8 @@ public:
     // The head up to the old length stays, new bytes are 0; any fill but -1 then
     // overwrites the whole block.
     void reAlloc(quint64 sz, int fill = -1);
+    // Room for sz bytes without changing the length; memory not written stays untouched.
+    void reserve(quint64 sz) { storage.reserve(sz); }
 
     using AbstractMemory::setString;
     // Always empties the block first; stores the string and its terminator.

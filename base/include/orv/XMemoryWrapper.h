@@ -58,6 +58,24 @@ public:
     QString readString();
     qint64 writeString(QString const &text);
 
+    // The next n bytes in place, the position moved past them, for streams that read
+    // or write the block without a copy through QIODevice. Null, and nothing moved,
+    // when fewer than n are left.
+    char *step(quint64 n) {
+        if (n > static_cast<quint64>(restSize()))
+            return nullptr;
+        char *const here = current;
+        current += n;
+        if (releaseBehind)
+            releasePassedPages(here);
+        return here;
+    }
+
+    // Hands the pages the position has passed back to the system, a MiB at a time, so
+    // that one pass over a big file mapping keeps the process small. Only for a shared
+    // file mapping: on other memory the bytes would be lost.
+    void setReleaseBehind(bool on) { releaseBehind = on; }
+
     static bool isDebug() { return atomicFlagDebug; }
     static void setDebug(bool on) { atomicFlagDebug = on; }
     // Reads refused at the end of the data, by all wrappers of the process.
@@ -74,10 +92,14 @@ protected:
 private:
     void openAtConstruction(QIODevice::OpenMode mode);
     void takeFrom(XMemoryWrapper &other);
+    // Only the pages below upTo: the bytes above may still be on their way.
+    void releasePassedPages(char *upTo);
 
     char *start = nullptr;
     char *current = nullptr;
     quint64 len = 0;
+    bool releaseBehind = false;
+    char *released = nullptr; // below it, pages went back to the system
 
     static XAtomic<quint64> counterReadAtEnd;
 };

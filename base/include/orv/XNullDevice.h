@@ -15,6 +15,9 @@
 
 namespace orv {
 
+class XTree;
+class XTypeSupporter;
+
 // Size and digest of some bytes, and the microseconds it took to get them.
 struct ORV_EXPORT XRamInfo {
     MD5 md5;
@@ -23,6 +26,9 @@ struct ORV_EXPORT XRamInfo {
 
     // The block digested through an XNullDevice.
     static XRamInfo ramInfoFromRawMemory(void const *p, quint64 len);
+    // The tree's file form written through an XNullDevice: exactly its size, nothing
+    // stored.
+    static XRamInfo ramInfoFromTree(XTree const &tree, XTypeSupporter const &s, bool withDigest);
     // "size:<format1000>, md5-sum:<spaced hex>", or "size:<n> bytes" with an all-zero
     // digest; withTime adds the time and the rate per second.
     QString toString(bool withTime) const;
@@ -38,6 +44,10 @@ public:
     qint64 size() const override;
     qint64 bytesAvailable() const override;
     qint64 bytesToWrite() const override;
+
+    // What a write does, without the way through QIODevice: for streams that count
+    // many small pieces.
+    void account(char const *data, quint64 n);
 
     // Closes the digest and stops the clock; call it once, after the last write.
     void finalizeWriting();

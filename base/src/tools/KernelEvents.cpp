@@ -7,6 +7,7 @@
 #include "orv/Log.h"
 #include "orv/XMem.h"
 #include "orv/XThread.h"
+#include "orv/XTree.h"
 #include "tools/thread/QtMutexLock.h"
 
 #include <QtCore/QTimer>
@@ -125,6 +126,26 @@ void Kernel::move_mem_to_main_thread(XMem &&mem, std::function<void(XMem &&)> f)
     if (debug)
         ppDebug("Kernel::move_mem_to_main_thread - OTHER thread:$", getCurrentThreadID());
     postToApplication(new OrvKernelEvent<XMem>(std::move(mem), std::move(f)));
+}
+
+void Kernel::move_tree_to_main_thread(XTree &&tree, std::function<void(XTree &&)> f) {
+    // A moved tree would keep its parent pointer into the tree it left; it travels as
+    // a root, with a fresh object part.
+    XTree root(std::move(tree));
+    root._swapObject(XObject());
+    bool const debug = KernelEvents::isDebug();
+    if (qt::is_Gui_Thread()) {
+        if (debug)
+            ppDebug("Kernel::move_tree_to_main_thread - GUI thread");
+        if (f)
+            f(std::move(root));
+        else
+            ppError("OrvKernelEvent::runMethod, fuData == nullptr");
+        return;
+    }
+    if (debug)
+        ppDebug("Kernel::move_tree_to_main_thread - OTHER thread:$", getCurrentThreadID());
+    postToApplication(new OrvKernelEvent<XTree>(std::move(root), std::move(f)));
 }
 
 bool Kernel::filterOrvEvents(QObject *, QEvent *event) {

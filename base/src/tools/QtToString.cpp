@@ -22,7 +22,12 @@ QString toString(QPointF const &p) { return xprintF("$,$", p.x(), p.y()); }
 QString toString(QSize const &s) { return xprintF("$,$", s.width(), s.height()); }
 QString toString(QSizeF const &s) { return xprintF("$,$", s.width(), s.height()); }
 
-QString toString(QRect const &r) { return xprintF("$,$,$,$", r.x(), r.y(), r.width(), r.height()); }
+// In 64 bits: QRect::width() overflows for a rectangle that spans more than an int
+// (one read from damaged bytes, say).
+QString toString(QRect const &r) {
+    return xprintF("$,$,$,$", r.x(), r.y(), qint64(r.right()) - r.left() + 1,
+                   qint64(r.bottom()) - r.top() + 1);
+}
 QString toString(QRectF const &r) {
     return xprintF("$,$,$,$", r.x(), r.y(), r.width(), r.height());
 }

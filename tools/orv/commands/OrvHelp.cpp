@@ -24,6 +24,8 @@ char const *helpText() {
            "       [--timeout MS]            answer GET and HEAD for the files under DIR\n"
            "                                 (default .) until SIGINT or SIGTERM; port 0: any\n"
            " get URL [--out FILE] [--timeout MS]  fetch an http or https URL, print its head\n"
+           " tree --file F [--stats]         show a tree file, plain or compressed, or count\n"
+           "                                 its values (status 9 damaged, 10 bad digest)\n"
            "\n"
            "logger options, for every command\n"
            " --logLevel debug|test|info|warn|err\n"

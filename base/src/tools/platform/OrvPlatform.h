@@ -51,6 +51,14 @@ std::FILE *fopenPath(QString const &path, char const *mode);
 bool seek64(std::FILE *fp, long long pos);
 long long tell64(std::FILE *fp);
 
+// The readable name of a C++ type from typeid(T).name(); the raw name when it can't.
+QString demangle(char const *mangledName);
+// Drops the pages wholly inside [p, p + len) of a file mapping from the process, which
+// keeps its memory small while it streams a big mapping once. The file keeps the data;
+// never use it on memory that isn't a shared file mapping. Returns the end of what was
+// dropped (a page boundary), or p when no whole page lay inside.
+char *releaseMappedPages(char *p, unsigned long long len);
+
 } // namespace orv::platform
 
 namespace orv {

@@ -4,6 +4,7 @@
 #include "orv/Log.h"
 #include "orv/XByteArray.h"
 #include "orv/XMem.h"
+#include "tools/platform/OrvPlatform.h"
 #include "tools/xmem/LongBlocks.h"
 
 #include <cstring>
@@ -61,6 +62,8 @@ void XMemoryWrapper::takeFrom(XMemoryWrapper &other) {
     start = other.start;
     current = other.current;
     len = other.len;
+    releaseBehind = other.releaseBehind;
+    released = other.released;
     other.close();
     other.start = other.current = nullptr;
     other.len = 0;
@@ -118,6 +121,7 @@ qint64 XMemoryWrapper::readData(char *data, qint64 maxSize) {
     qint64 const n = qMin(maxSize, rest);
     std::memcpy(data, current, static_cast<size_t>(n));
     current += n;
+    releasePassedPages(current);
     return n;
 }
 
@@ -130,7 +134,18 @@ qint64 XMemoryWrapper::writeData(char const *data, qint64 n) {
     }
     std::memcpy(current, data, static_cast<size_t>(n));
     current += n;
+    releasePassedPages(current);
     return n;
+}
+
+void XMemoryWrapper::releasePassedPages(char *upTo) {
+    qint64 const chunk = 1 << 20;
+    if (!releaseBehind)
+        return;
+    if (released < start || released > upTo)
+        released = start;
+    if (upTo - released >= chunk)
+        released = platform::releaseMappedPages(released, static_cast<quint64>(upTo - released));
 }
 
 QString XMemoryWrapper::readString() { return QString(readAll()); }

@@ -34,12 +34,16 @@ XNullDevice::XNullDevice(bool withDigest) : time(nowMicroseconds()), withDigest(
 XNullDevice::~XNullDevice() = default;
 
 qint64 XNullDevice::writeData(char const *data, qint64 n) {
-    written += static_cast<quint64>(n);
-    // MD5 takes 32-bit lengths: a longer write goes in pieces.
-    qint64 constexpr piece = qint64(1) << 30;
-    for (qint64 pos = 0; withDigest && pos < n; pos += piece)
-        md5.update(data + pos, static_cast<unsigned int>(qMin(piece, n - pos)));
+    account(data, static_cast<quint64>(n));
     return n;
+}
+
+void XNullDevice::account(char const *data, quint64 n) {
+    written += n;
+    // MD5 takes 32-bit lengths: a longer write goes in pieces.
+    quint64 constexpr piece = quint64(1) << 30;
+    for (quint64 pos = 0; withDigest && pos < n; pos += piece)
+        md5.update(data + pos, static_cast<unsigned int>(qMin(piece, n - pos)));
 }
 
 qint64 XNullDevice::readData(char *data, qint64 maxSize) {
