@@ -159,6 +159,17 @@ TEST(XNodeParse, ReportsRisingPercentFromAWorkerAndStopsWhenCancelled) {
         out.write("</root>\n");
     }
     XNode_Parse_Control control;
+    // The worker may outrun the posted listener calls on a loaded machine: past 3 % it
+    // waits (bounded) for the cancel, so the parse can't end before the third call lands.
+    struct WaitForCancel : orv::XmlNodeCreator {
+        XNode_Parse_Control &control;
+        explicit WaitForCancel(XNode_Parse_Control &c) : control(c) {}
+        orv::XNode *create(QString const &type) const override {
+            for (int ms = 0; control.percent >= 3 && !control.cancelled && ms < 20000; ++ms)
+                std::this_thread::sleep_for(std::chrono::milliseconds(1));
+            return orv::XmlNodeCreator::create(type);
+        }
+    } const creator(control);
     std::vector<int> seen; // touched on the main thread only: listeners are posted there
     control.listeners.addListener([&](XNode_Parse_Control &c) {
         seen.push_back(c.percent);
@@ -168,7 +179,7 @@ TEST(XNodeParse, ReportsRisingPercentFromAWorkerAndStopsWhenCancelled) {
     std::atomic<bool> done{false};
     XNode *result = nullptr;
     std::thread worker([&] {
-        result = XNode::parseFile(path, nullptr, &control);
+        result = XNode::parseFile(path, &creator, &control);
         done = true;
     });
     EXPECT_TRUE(orv::test::pumpEventsUntil([&] { return done.load(); }, 60000));
