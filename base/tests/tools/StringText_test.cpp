@@ -1,9 +1,7 @@
 // StringText_test.cpp: eliding, entities, base64/hex, wildcard patterns and byte search.
 #include "orv/StringText.h"
 
-#include "support/QtPrinters.h"
-
-#include <gtest/gtest.h>
+#include "support/Test.h"
 
 #include <cstring>
 
