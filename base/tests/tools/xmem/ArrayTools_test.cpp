@@ -4,9 +4,7 @@
 
 #include "orv/MD5.h"
 
-#include "support/QtPrinters.h"
-
-#include <gtest/gtest.h>
+#include "support/Test.h"
 
 #include <tuple>
 

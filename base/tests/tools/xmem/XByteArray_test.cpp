@@ -2,17 +2,12 @@
 // compressed form (also as read and written by an independent zlib) and the file helpers.
 #include "orv/XByteArray.h"
 
-#include "support/QtPrinters.h"
+#include "support/Test.h"
 
 #include <QtCore/QFile>
 #include <QtCore/QProcess>
 #include <QtCore/QResource>
 #include <QtCore/QStandardPaths>
-#include <QtCore/QTemporaryDir>
-
-#include "support/TempFiles.h"
-
-#include <gtest/gtest.h>
 
 #include <stdexcept>
 #include <utility>
