@@ -1,9 +1,7 @@
 // XThread_test.cpp: thread state words across start, stop, join and restart; breakable sleeps.
 #include "orv/XThread.h"
 
-#include "support/EventPump.h"
-
-#include <gtest/gtest.h>
+#include "support/Test.h"
 
 #include <QtCore/QElapsedTimer>
 
