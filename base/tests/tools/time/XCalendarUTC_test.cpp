@@ -1,9 +1,7 @@
 // XCalendarUTC_test.cpp: UTC fields over leap years and month ends, and the text forms.
 #include "orv/XCalendarUTC.h"
 
-#include "support/ConsoleCapture.h"
-
-#include <gtest/gtest.h>
+#include "support/Test.h"
 
 #include <vector>
 
@@ -53,7 +51,6 @@ TEST(XCalendarUTC, SetFieldsShowInTheTextsOfACopy) {
     calendar.setSec(5);
     XCalendarUTC copy(calendar);
     calendar.setYear(1);
-    EXPECT_EQ(fieldsOf(copy), (std::vector<int>{2022, 1, 2, 3, 4, 5}));
     EXPECT_EQ(copy.toString(), "2022/1/2, 3:4,5"); // no padding
     EXPECT_EQ(copy.asString(orv::SCHEDULE_SECOND), "2022_01_02___03_04_05");
 }
