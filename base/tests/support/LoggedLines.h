@@ -10,6 +10,8 @@
 
 namespace orv::test {
 
+using Lines = std::vector<QString>;
+
 // One counter for all instantiations below, so that no two calls share markers.
 inline int nextLoggedRound() {
     static int round = 0;
@@ -36,9 +38,8 @@ template <typename Action> std::vector<CapturedLine> capturedBy(Action action) {
 }
 
 // The texts of every line that action logged at one of the levels in mask, in order.
-template <typename Action>
-std::vector<QString> linesLoggedBy(Action action, unsigned int mask = ~0u) {
-    std::vector<QString> texts;
+template <typename Action> Lines linesLoggedBy(Action action, unsigned int mask = ~0u) {
+    Lines texts;
     for (CapturedLine const &line : capturedBy(action))
         if ((line.level & mask) != 0)
             texts.push_back(line.text);
