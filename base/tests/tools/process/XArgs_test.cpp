@@ -3,10 +3,8 @@
 #include "orv/XArgs.h"
 
 #include "orv/LogLevel.h"
-#include "support/LoggedLines.h"
-#include "support/QtPrinters.h"
 
-#include <gtest/gtest.h>
+#include "support/Test.h"
 
 #include <map>
 #include <vector>

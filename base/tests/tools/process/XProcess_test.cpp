@@ -5,10 +5,8 @@
 #include "orv/ArgsEnv.h"
 #include "orv/EnvVariables.h"
 #include "orv/LogLevel.h"
-#include "support/LoggedLines.h"
-#include "support/QtPrinters.h"
 
-#include <gtest/gtest.h>
+#include "support/Test.h"
 
 #include <vector>
 
@@ -94,7 +92,7 @@ TEST(XProcessResult, ShowLogsExitCodeOrOutput) {
     }
 }
 
-TEST(XProcess, RunGivesOutputsAndExitCode) {
+TEST(XProcess, RunGivesOutputsAndExitCodeAndFiresTheListenersOfEveryRun) {
     XProcess process;
     process.setProgram(QStringLiteral("/bin/sh"));
     process.setArgs(QStringLiteral("-c \"echo out; echo err >&2; exit 3\""), false);
@@ -110,6 +108,15 @@ TEST(XProcess, RunGivesOutputsAndExitCode) {
     EXPECT_GT(process.processId_past(), 0);
     EXPECT_TRUE(process.isNotRunning());
     EXPECT_GT(process.mcProcessTimeStart(), 0u);
+    // A second run fires the listeners of both runs.
+    EXPECT_EQ(runShell(process, "exit 5").exitCode, 5);
+    EXPECT_EQ(process.listenerFinished.size(), 2u);
+    EXPECT_EQ(process.listenerState.size(), 2u);
+    // A command line given to start is split into program and arguments.
+    XProcess command;
+    command.start(QStringLiteral("/bin/sh -c \"exit 4\""));
+    ASSERT_TRUE(command.waitForFinished(10000));
+    EXPECT_EQ(command.exitCode(), 4);
 }
 
 TEST(XProcess, MissingProgramReadsAsValidAndOnlyTheErrorTells) {
@@ -127,14 +134,6 @@ TEST(XProcess, MissingProgramReadsAsValidAndOnlyTheErrorTells) {
     EXPECT_EQ(result.exitCode, 0);
     EXPECT_TRUE(result.is_valid());
     EXPECT_EQ(seen, std::vector<QProcess::ProcessError>{QProcess::FailedToStart});
-}
-
-TEST(XProcess, SecondRunFiresTheListenersOfBothRuns) {
-    XProcess process;
-    EXPECT_EQ(runShell(process, "exit 2").exitCode, 2);
-    EXPECT_EQ(runShell(process, "exit 5").exitCode, 5);
-    EXPECT_EQ(process.listenerFinished.size(), 2u);
-    EXPECT_EQ(process.listenerState.size(), 2u);
 }
 
 TEST(XProcess, AddEnvStartsFromTheSystemEnvironmentEachTime) {
@@ -164,13 +163,6 @@ TEST(XProcess, AddToPathPutsDirFirstInTheCallersPath) {
     process.addToPath(QStringLiteral("/opt/orv-px"));
     EXPECT_EQ(getEnv(QStringLiteral("PATH")), QStringLiteral("/opt/orv-px:") + before);
     setEnv(QStringLiteral("PATH"), before);
-}
-
-TEST(XProcess, CommandStartSplitsTheLine) {
-    XProcess process;
-    process.start(QStringLiteral("/bin/sh -c \"exit 4\""));
-    ASSERT_TRUE(process.waitForFinished(10000));
-    EXPECT_EQ(process.exitCode(), 4);
 }
 
 TEST(XProcess, DescriptionsAndConsoleSwitchOnlyLog) {
