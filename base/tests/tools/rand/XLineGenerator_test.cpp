@@ -2,10 +2,7 @@
 // lengths over long lines, the tables, refused parameters, and the log view of lines.
 #include "orv/XLineGenerator.h"
 
-#include "support/CapturingAppender.h"
-#include "support/QtPrinters.h"
-
-#include <gtest/gtest.h>
+#include "support/Test.h"
 
 using namespace orv;
 using Params = XLineGenerator::Params;
@@ -200,20 +197,15 @@ TEST(XLineGenerator, ParamsTextNamesFlagsAndLanguage) {
 }
 
 TEST(XLineGenerator, ElidedLineKeepsHeadAndTail) {
-    struct Row {
-        char const *in;
-        unsigned int head, tail;
-        char const *out;
-    } const rows[] = {
+    std::tuple<char const *, unsigned int, unsigned int, char const *> const rows[] = {
         {"", 2, 2, ""},
         {"abcdef", 3, 3, "abcdef"},
         {"abcdefgh", 2, 2, "ab...gh"},
         {"abcdefgh", 2, 0, "ab..."},
         {"abcdefgh", 0, 3, "...fgh"},
     };
-    for (auto const &row : rows)
-        EXPECT_EQ(XLineGenerator::elidedLine(row.in, row.head, row.tail), QString(row.out))
-            << row.in;
+    for (auto [in, head, tail, out] : rows)
+        EXPECT_EQ(XLineGenerator::elidedLine(in, head, tail), QString(out)) << in;
 }
 
 TEST(XLineGenerator, ShowLinesLogsHeadGapAndTail) {
