@@ -3,10 +3,7 @@
 #include "orv/StringEnum.h"
 #include "orv/XRecord.h"
 
-#include "support/CapturingAppender.h"
-#include "support/QtPrinters.h"
-
-#include <gtest/gtest.h>
+#include "support/Test.h"
 
 #include <tuple>
 
