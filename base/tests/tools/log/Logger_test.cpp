@@ -29,24 +29,18 @@ using test::coutWithoutTrailers;
 
 namespace {
 
-// Runs body in a fresh process; body adds what went wrong to failures (see CHECK).
-void inFreshProcess(std::function<void(QStringList &failures)> body) {
+// Runs body in a fresh process, which ends with status 1 when a check failed; the
+// child's failure messages reach the death test's output.
+void inFreshProcess(std::function<void()> body) {
     GTEST_FLAG_SET(death_test_style, "threadsafe");
     EXPECT_EXIT(
         {
-            QStringList failures;
-            body(failures);
-            std::fprintf(stderr, "%s\n", qPrintable(failures.join('\n')));
-            std::exit(failures.isEmpty() ? 0 : 1);
+            ::dup2(2, 1);
+            body();
+            std::exit(testing::Test::HasFailure() ? 1 : 0);
         },
         testing::ExitedWithCode(0), "");
 }
-
-#define CHECK(condition, ...)                                                                      \
-    do {                                                                                           \
-        if (!(condition))                                                                          \
-            failures << (QStringLiteral(#condition " ") + xprintF(__VA_ARGS__));                   \
-    } while (false)
 
 CommandLine commandLine(QString const &line) {
     CommandLine cmd;
@@ -123,8 +117,8 @@ TEST(Logger, MainThreadIsTheTestsMainThreadOnly) {
 }
 
 TEST(Logger, NothingIsWrittenBeforeIniNorStartedByABadRotateValue) {
-    inFreshProcess([](QStringList &failures) {
-        CHECK(!Logger::isRunning(), "");
+    inFreshProcess([] {
+        EXPECT_FALSE(Logger::isRunning());
         // One call of each form of the log functions.
         std::string const out = coutWithoutTrailers([] {
             char const *nullFormat = nullptr;
@@ -139,12 +133,12 @@ TEST(Logger, NothingIsWrittenBeforeIniNorStartedByABadRotateValue) {
             ppLog(WARN, 2, "x $", 1);
             ppLog(INFO, 0, QString("y"));
         });
-        CHECK(out.empty(), "$", QString::fromStdString(out));
-        CHECK(!Logger::isInitialized(), "");
+        EXPECT_EQ(out, "");
+        EXPECT_FALSE(Logger::isInitialized());
         QTemporaryDir dir;
-        CHECK(!iniToFile(dir, "--logFile app --logRotate weekly"), "");
-        CHECK(!Logger::isRunning() && !Logger::isReady(), "");
-        CHECK(QDir(dir.path()).entryList(QDir::Files).isEmpty(), "");
+        EXPECT_FALSE(iniToFile(dir, "--logFile app --logRotate weekly"));
+        EXPECT_FALSE(Logger::isRunning() || Logger::isReady());
+        EXPECT_EQ(QDir(dir.path()).entryList(QDir::Files), QStringList());
     });
 }
 
@@ -261,12 +255,12 @@ TEST(LoggerDeathTest, NullMessageIsFatalAtTheLoggersPlace) {
 }
 
 TEST(Logger, ConsoleOptionsReachEveryMessageAndLogMemShowsTheBlock) {
-    inFreshProcess([](QStringList &failures) {
+    inFreshProcess([] {
         bool const started =
             Logger::ini(commandLine("x --logTrailler false"), nullptr, DEFAULT_LOG_MASK);
         Logger &logger = Logger::getLogger();
-        CHECK(started && logger.hasAppenderConsole() && !logger.hasAppenderFile(), "");
-        CHECK(!Logger::isIncludeTraillerConsole() && logger.IsConsoleAppenderEnabled(), "");
+        EXPECT_TRUE(started && logger.hasAppenderConsole() && !logger.hasAppenderFile());
+        EXPECT_TRUE(!Logger::isIncludeTraillerConsole() && logger.IsConsoleAppenderEnabled());
         XMemFile kept(QByteArray("payload"));
         XMemFile taken(QByteArray("payload"));
         XMemFile empty;
@@ -289,13 +283,13 @@ TEST(Logger, ConsoleOptionsReachEveryMessageAndLogMemShowsTheBlock) {
         QRegularExpression const tail(
             "(^|\n)\\{mem:1\\}copied\n\\{mem:1\\}taken\n\\{mem:0\\}nothing\n    caf\xC3\xA9 1\n"
             R"(\[\d{6}\] \[INFO#\] \[.*\] \[000000\] shown\n$)");
-        CHECK(QString::fromUtf8(out.c_str()).contains(tail), "$", QString::fromStdString(out));
-        CHECK(out.find("hidden") == std::string::npos && kept.size() == 7 && taken.isEmpty(), "");
+        EXPECT_TRUE(QString::fromUtf8(out.c_str()).contains(tail)) << out;
+        EXPECT_TRUE(out.find("hidden") == std::string::npos && kept.size() == 7 && taken.isEmpty());
     });
 }
 
 TEST(Logger, HeaderOpensTheLogAndRegressionNumbersFromZero) {
-    inFreshProcess([](QStringList &failures) {
+    inFreshProcess([] {
         QTemporaryDir dir;
         qputenv("ORVVM", "on");
         XAdditionalLibInfos::addLibInfo("lib:geo 2.1", true);
@@ -303,21 +297,20 @@ TEST(Logger, HeaderOpensTheLogAndRegressionNumbersFromZero) {
         bool const started = iniToFile(dir, "--logFile app.txt");
         // Lines join the header until the first message is accepted.
         Logger::addHeaderString("header-extra");
-        CHECK(started && Logger::isRunning() && Logger::isReady(), "");
-        CHECK(Logger::getLogger().hasAppenderFile() && !Logger::getLogger().hasAppenderConsole(),
-              "");
+        EXPECT_TRUE(started && Logger::isRunning() && Logger::isReady());
+        EXPECT_TRUE(Logger::getLogger().hasAppenderFile() &&
+                    !Logger::getLogger().hasAppenderConsole());
         ppInfo("first");
         Logger::addHeaderString("header-late");
         ppInfo("second");
         Logger::getLogger().getAppenderLimitMemory();
         QStringList const lines = fileLines(dir.filePath("app.txt"));
         QStringList texts;
+        // The header's eight lines count from 0, and the messages from 0 again.
         for (int i = 0; i < lines.size(); ++i) {
             QString text;
-            long long const number = numberOf(lines[i], &text);
+            EXPECT_EQ(numberOf(lines[i], &text), i < 8 ? i : i - 8) << lines[i].toStdString();
             texts << text;
-            if (i < 8)
-                CHECK(number == i, "line $: '$'", i, lines[i]);
         }
         QString const fileName = QString(dir.path() + "/app.txt").replace('/', '\\');
         QStringList const expected = {xprintF("PID:$", QCoreApplication::applicationPid()),
@@ -332,9 +325,8 @@ TEST(Logger, HeaderOpensTheLogAndRegressionNumbersFromZero) {
                                       "header-extra",
                                       "first",
                                       "second"};
-        CHECK(texts == expected, "got:\n$", texts.join('\n'));
-        CHECK(numberOf(lines.value(8)) == 0 && numberOf(lines.value(9)) == 1, "");
-        CHECK(Logger::isInitialized(), "");
+        EXPECT_EQ(texts, expected);
+        EXPECT_TRUE(Logger::isInitialized());
     });
 }
 
@@ -342,7 +334,7 @@ TEST(Logger, HeaderOpensTheLogAndRegressionNumbersFromZero) {
 constexpr int messagesPerThread = 5000;
 
 TEST(Logger, ManyThreadsLoseNothingAndKeepTheirOrder) {
-    inFreshProcess([](QStringList &failures) {
+    inFreshProcess([] {
         QTemporaryDir dir;
         int const threads = 8;
         qunsetenv("ORVVM");
@@ -359,61 +351,61 @@ TEST(Logger, ManyThreadsLoseNothingAndKeepTheirOrder) {
         for (std::thread &writer : writers)
             writer.join();
         ppInfo("all-written");
-        CHECK(capture->waitForText("all-written", 60000), "");
+        EXPECT_TRUE(capture->waitForText("all-written", 60000));
         Logger::quit();
-        CHECK(Logger::isRunning(), "quit leaves the running flag set");
+        EXPECT_TRUE(Logger::isRunning()); // quit leaves the running flag set
         ppInfo("after-quit");
         xSleep(100);
 
         QStringList const lines = fileLines(dir.filePath("m.txt"));
         // PID, CPU, Qt, Orv and the file's name.
         int const header = 5;
-        CHECK(lines.size() == header + threads * messagesPerThread + 2, "lines:$", lines.size());
+        EXPECT_EQ(lines.size(), header + threads * messagesPerThread + 2);
         std::vector<int> next(threads, 0);
-        for (int i = 0; i < lines.size() && failures.size() < 5; ++i) {
+        for (int i = 0; i < lines.size() && !testing::Test::HasFailure(); ++i) {
             QString text;
-            CHECK(numberOf(lines[i], &text) == i, "line $: '$'", i, lines[i]);
+            EXPECT_EQ(numberOf(lines[i], &text), i) << lines[i].toStdString();
             if (i < header)
                 continue;
             QStringList const parts = text.mid(1).split(' ');
             if (text.startsWith('t') && parts.size() == 2) {
                 int const t = parts[0].toInt();
-                CHECK(parts[1].toInt() == next[t]++, "line $: '$'", i, lines[i]);
+                EXPECT_EQ(parts[1].toInt(), next[t]++) << lines[i].toStdString();
             }
         }
         for (int t = 0; t < threads; ++t)
-            CHECK(next[t] == messagesPerThread, "thread $: $", t, next[t]);
+            EXPECT_EQ(next[t], messagesPerThread) << "thread " << t;
         // The quit message itself is the last line; what came after it nobody reads.
-        CHECK(lines.value(lines.size() - 1).endsWith("] QUIT"), "$", lines.value(lines.size() - 1));
+        EXPECT_TRUE(lines.value(lines.size() - 1).endsWith("] QUIT")) << lines.last().toStdString();
     });
 }
 
 TEST(Logger, RotationBySecondWritesFilesThatSortInTimeOrder) {
-    inFreshProcess([](QStringList &failures) {
+    inFreshProcess([] {
         QTemporaryDir dir;
         // The scheduler stays silent once the seconds wrap: start after a wrap.
         XCalendarUTC now;
         for (now.fromNow(); now.sec() >= 55; now.fromNow())
             xSleep(100);
-        CHECK(iniToFile(dir, "--logFile app --logRotate second"), "");
+        EXPECT_TRUE(iniToFile(dir, "--logFile app --logRotate second"));
         for (int i = 0; i < 32; ++i) {
             ppInfo("tick $", i);
             xSleep(100);
         }
         Logger::getLogger().getAppenderLimitMemory();
         QStringList const names = QDir(dir.path()).entryList(QDir::Files, QDir::Name);
-        CHECK(names.size() >= 3, "$", names.join(' '));
+        EXPECT_GE(names.size(), 3) << names.join(' ').toStdString();
         long long previousFirst = -1;
         for (QString const &name : names) {
-            CHECK(
-                name.contains(QRegularExpression(R"(^app_\d{4}_\d\d_\d\d___\d\d_\d\d_\d\d\.txt$)")),
-                "$", name);
+            EXPECT_TRUE(
+                name.contains(QRegularExpression(R"(^app_\d{4}_\d\d_\d\d___\d\d_\d\d_\d\d\.txt$)")))
+                << name.toStdString();
             QStringList const lines = fileLines(dir.filePath(name));
             // A rotation between the last tick and the listing leaves a file with no line yet.
             if (lines.isEmpty())
                 continue;
             long long const first = numberOf(lines.value(0));
-            CHECK(first > previousFirst, "$ starts at $", name, first);
+            EXPECT_GT(first, previousFirst) << name.toStdString();
             previousFirst = first;
         }
         // Stops the rotation too, so that no file comes back after the directory is gone.
