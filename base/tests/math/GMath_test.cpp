@@ -23,19 +23,18 @@ TEST(GMath, ConstantsHaveTheirStatedBits) {
         float value;
         quint32 bits;
     } const rows[] = {
-        {"PI", GMath::PI, 0x40490FDB},
-        {"TWO_PI", GMath::TWO_PI, 0x40C90FDB},
+        // clang-format off
+        {"PI", GMath::PI, 0x40490FDB}, {"TWO_PI", GMath::TWO_PI, 0x40C90FDB},
         {"HALF_PI", GMath::HALF_PI, 0x3FC90FDB},
         {"RADIANS_TO_DEGREES", GMath::RADIANS_TO_DEGREES, 0x42652EE0},
         {"DEGREES_TO_RADIANS", GMath::DEGREES_TO_RADIANS, 0x3C8EFA35},
-        {"MIN_FLOAT", GMath::MIN_FLOAT, 0x00800000},
-        {"MAX_FLOAT", GMath::MAX_FLOAT, 0x7F7FFFFF},
+        {"MIN_FLOAT", GMath::MIN_FLOAT, 0x00800000}, {"MAX_FLOAT", GMath::MAX_FLOAT, 0x7F7FFFFF},
         {"MIN_DOUBLE", GMath::MIN_DOUBLE, 0x00000000},
         {"MAX_DOUBLE", GMath::MAX_DOUBLE, 0x7F800000},
         {"MIN_ONE_ALLOWED", GMath::MIN_ONE_ALLOWED, 0x3F7FFFEF},
         {"MAX_ONE_ALLOWED", GMath::MAX_ONE_ALLOWED, 0x3F800008},
         {"ZERO_TOLERANCE", GMath::ZERO_TOLERANCE, 0x358637BD},
-    };
+    }; // clang-format on
     for (Row const &row : rows)
         EXPECT_EQ(bitsOf(row.value), row.bits) << row.name;
     EXPECT_EQ(GMath::MIN_GLONG, -2147483648LL);

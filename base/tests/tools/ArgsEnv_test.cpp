@@ -51,12 +51,12 @@ TEST(ArgsEnv, FromMainCopiesEveryStringSoCopiesOutliveTheSourceAndMovesEmptyIt) 
 // Items follow the command in key order, each as --key then its value when not empty.
 TEST(ArgsEnv, CommandLineItemsFollowTheCommandAsDashedKeyThenNonEmptyValue) {
     std::pair<char const *, std::vector<std::string>> const rows[] = {
-        {"cmd", {"cmd"}},
-        {"cmd --flag", {"cmd", "--flag"}},
+        // clang-format off
+        {"cmd", {"cmd"}}, {"cmd --flag", {"cmd", "--flag"}},
         {"cmd --key value", {"cmd", "--key", "value"}},
         {"cmd --a 1 --b --c \"x y\"", {"cmd", "--a", "1", "--b", "--c", "x y"}},
         {"copy --to \"my file\" --force", {"copy", "--force", "--to", "my file"}},
-    };
+    }; // clang-format on
     for (auto const &[line, items] : rows) {
         SCOPED_TRACE(line);
         CommandLine cmd;

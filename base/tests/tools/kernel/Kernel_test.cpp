@@ -88,11 +88,11 @@ TEST(KernelEvents, TellsKernelEventsByType) {
         int type;
         bool kernel, generic, lambda;
     } const rows[] = {
+        // clang-format off
         {KernelEvents::EV_TYPE_GENERIC, true, true, false},
-        {KernelEvents::EV_TYPE_LAMBDA, true, false, true},
-        {QEvent::User, false, false, false},
+        {KernelEvents::EV_TYPE_LAMBDA, true, false, true}, {QEvent::User, false, false, false},
         {9001, false, false, false},
-    };
+    }; // clang-format on
     for (Row const &row : rows) {
         QEvent event(static_cast<QEvent::Type>(row.type));
         EXPECT_EQ(KernelEvents::is_kernel_event(&event), row.kernel) << row.type;

@@ -27,16 +27,12 @@ TEST(LogLevel, AllBitsNamesEverySetLevelInTableOrderAfreshOnEachCall) {
     char const *const all = " | FATAL | XERROR | WARNING | INFO | DEBUG | TEST | COMMAND | XSEND"
                             " | XRECEIVE | XEVENT | XSTATE | DESTRUCT";
     std::pair<unsigned int, char const *> const rows[] = {
-        {0, "ZERO"},
-        {0x1, "LEVEL???"},
-        {LIBRARY_LEVEL_BITS, "LEVEL???"},
-        {0x44, " | XERROR | TEST"},
-        {WARN | LIBRARY_LEVEL_BITS, " | WARNING"},
-        {REQUEST | RESPONSE | EVENT, " | XSEND | XRECEIVE | XEVENT"},
-        {DEFAULT_LOG_MASK, all},
-        {0xFFFFFFFF, all},
-        {INFO, " | INFO"},
-    };
+        // clang-format off
+        {0, "ZERO"}, {0x1, "LEVEL???"}, {LIBRARY_LEVEL_BITS, "LEVEL???"},
+        {0x44, " | XERROR | TEST"}, {WARN | LIBRARY_LEVEL_BITS, " | WARNING"},
+        {REQUEST | RESPONSE | EVENT, " | XSEND | XRECEIVE | XEVENT"}, {DEFAULT_LOG_MASK, all},
+        {0xFFFFFFFF, all}, {INFO, " | INFO"},
+    }; // clang-format on
     for (auto [flags, names] : rows)
         EXPECT_STREQ(logLevelToStringAllBits(flags), names) << std::hex << flags;
 }

@@ -25,14 +25,11 @@ TEST(XProcess, GetArgsSplitsByTheChosenQuote) {
         bool singleQuotes;
         QStringList expected;
     } const rows[] = {
-        {"a \"b c\" d", false, {"a", "b c", "d"}},
-        {"  a\tb  ", false, {"a", "b"}},
-        {"", false, {}},
-        {"a \"b", false, {"a"}},
-        {"'a b' 'c'", true, {"a b", "", "c"}},
-        {"'\"x\"'", true, {"x"}},
+        // clang-format off
+        {"a \"b c\" d", false, {"a", "b c", "d"}}, {"  a\tb  ", false, {"a", "b"}}, {"", false, {}},
+        {"a \"b", false, {"a"}}, {"'a b' 'c'", true, {"a b", "", "c"}}, {"'\"x\"'", true, {"x"}},
         {"a b", true, {"a b"}},
-    };
+    }; // clang-format on
     for (Row const &row : rows)
         EXPECT_EQ(XProcess::getArgs(QString::fromUtf8(row.line), row.singleQuotes), row.expected)
             << row.line;
@@ -141,10 +138,10 @@ TEST(XProcess, AddEnvStartsFromTheSystemEnvironmentEachTime) {
         std::vector<char const *> lines;
         char const *expected;
     } const rows[] = {
-        {{"--ORV_PX_A \"a b\""}, "a b|"},
-        {{"--ORV_PX_A 1 --ORV_PX_B"}, "1|NIX"},
+        // clang-format off
+        {{"--ORV_PX_A \"a b\""}, "a b|"}, {{"--ORV_PX_A 1 --ORV_PX_B"}, "1|NIX"},
         {{"--ORV_PX_A 1", "--ORV_PX_B 2"}, "|2"},
-    };
+    }; // clang-format on
     for (Row const &row : rows) {
         XProcess process;
         for (char const *line : row.lines)

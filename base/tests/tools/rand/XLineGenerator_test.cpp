@@ -74,12 +74,12 @@ TEST(XLineGenerator, CharactersStayInTheLanguageRange) {
         bool uppercase;
         ushort lo, hi;
     } const rows[] = {
-        {XLineGenerator::ASCII, true, 'A', 'Z'},
-        {XLineGenerator::ASCII, false, 'a', 'z'},
+        // clang-format off
+        {XLineGenerator::ASCII, true, 'A', 'Z'}, {XLineGenerator::ASCII, false, 'a', 'z'},
         {XLineGenerator::CHINESE_SMALL, true, 0x4F00, 0x520F},
         {XLineGenerator::CHINESE_FULL, false, 0x4E00, 0x9FFF},
         {XLineGenerator::GREEK, false, 0x0391, 0x03C9},
-    };
+    }; // clang-format on
     XLineGenerator generator(true);
     for (auto const &row : rows)
         for (bool sequence : {false, true}) {
@@ -198,12 +198,10 @@ TEST(XLineGenerator, ParamsTextNamesFlagsAndLanguage) {
 
 TEST(XLineGenerator, ElidedLineKeepsHeadAndTail) {
     std::tuple<char const *, unsigned int, unsigned int, char const *> const rows[] = {
-        {"", 2, 2, ""},
-        {"abcdef", 3, 3, "abcdef"},
-        {"abcdefgh", 2, 2, "ab...gh"},
-        {"abcdefgh", 2, 0, "ab..."},
-        {"abcdefgh", 0, 3, "...fgh"},
-    };
+        // clang-format off
+        {"", 2, 2, ""}, {"abcdef", 3, 3, "abcdef"}, {"abcdefgh", 2, 2, "ab...gh"},
+        {"abcdefgh", 2, 0, "ab..."}, {"abcdefgh", 0, 3, "...fgh"},
+    }; // clang-format on
     for (auto [in, head, tail, out] : rows)
         EXPECT_EQ(XLineGenerator::elidedLine(in, head, tail), QString(out)) << in;
 }

@@ -94,11 +94,11 @@ TEST(BaseThreadState, WordsInTheirOwnOrder) {
         unsigned int flags;
         char const *text;
     } const rows[] = {
-        {0, ""},
-        {BaseThreadState::RUNNING, "RUNNING | "},
+        // clang-format off
+        {0, ""}, {BaseThreadState::RUNNING, "RUNNING | "},
         {BaseThreadState::CANCELLED | BaseThreadState::INITIALIZED, "INITIALIZED | , CANCELLED | "},
         {BaseThreadState::ERROR | BaseThreadState::FINISHED, "FINISHED | , ERROR | "},
-    };
+    }; // clang-format on
     for (Row const &row : rows)
         EXPECT_EQ(BaseThreadState::bit_flags_as_string(AtomicBits(row.flags)), row.text);
     BaseThreadState state;

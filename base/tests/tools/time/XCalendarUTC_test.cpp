@@ -62,16 +62,11 @@ TEST(XCalendarUTC, AsStringGoesDownToTheScheduledFieldAndNoScheduleSaysSo) {
         int schedule;
         char const *expected, *printed;
     } const rows[] = {
-        {1, "2022", ""},
-        {2, "2022_11", ""},
-        {3, "2022_11_20", ""},
-        {4, "2022_11_20___15", ""},
-        {5, "2022_11_20___15_17", ""},
-        {6, "2022_11_20___15_17_28", ""},
-        {7, "", ""},
-        {-1, "", ""},
+        // clang-format off
+        {1, "2022", ""}, {2, "2022_11", ""}, {3, "2022_11_20", ""}, {4, "2022_11_20___15", ""},
+        {5, "2022_11_20___15_17", ""}, {6, "2022_11_20___15_17_28", ""}, {7, "", ""}, {-1, "", ""},
         {orv::SCHEDULE_NONE, "", "XScheduler::run - wrong place here !\n"},
-    };
+    }; // clang-format on
     for (Row const &row : rows) {
         SCOPED_TRACE(row.schedule);
         QString text;

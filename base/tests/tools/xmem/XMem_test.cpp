@@ -182,14 +182,13 @@ TEST(XMem, StringRecordsAndArraysRoundTripAndDamagedArraysGiveWhatCanBeRead) {
     hugeLength[8 + 7] = '\x7f';
     negativeLength[8 + 7] = '\x80';
     std::tuple<char const *, QByteArray, size_t> const rows[] = {
-        {"empty", QByteArray(), 0},
-        {"short of a count", QByteArray(7, '\x01'), 0},
+        // clang-format off
+        {"empty", QByteArray(), 0}, {"short of a count", QByteArray(7, '\x01'), 0},
         {"truncated record", good.left(good.size() - 1), 1},
-        {"truncated length", good.left(8 + 11 + 4), 1},
-        {"huge length", hugeLength, 0},
+        {"truncated length", good.left(8 + 11 + 4), 1}, {"huge length", hugeLength, 0},
         {"negative length", negativeLength, 0},
         {"count without records", QByteArray("\xff\xff\xff\xff\xff\xff\xff\x7f", 8), 0},
-    };
+    }; // clang-format on
     for (auto const &[name, bytes, expected] : rows)
         EXPECT_EQ(XMem(bytes).get_string_array().size(), expected) << name;
 }

@@ -192,17 +192,15 @@ TEST(XRecord, EmptyNameCountsAsNoNameAndIsNotCopied) {
 TEST(XRecord, ReadsTextUpToTheFirstMalformedPartAndFillsFromTheEnvironment) {
     // text, key=value pairs, by lines, toStringEnv afterwards
     std::tuple<char const *, bool, bool, char const *> const rows[] = {
+        // clang-format off
         {"a=1; b = \"x y\"", true, false, "a=1 b=x y"},
         {"a=1\nb=2\r\nc=3", true, true, "a=1 b=2 c=3"},
         {"a=\"1\" b=\"2\" e=\"\"", false, false, "a=1 b=2 e="},
-        {"a=1; b==2; c=3", true, false, "a=1"},
-        {"a=1; x\"y\"z; c=3", true, false, "a=1 c=3"},
-        {"a=1; b c = \"2\"; c=3", true, false, "a=1"},
-        {"a=\"1\" b=2", false, false, "a=1"},
-        {"a=\"1\" b=\"2", false, false, "a=1"},
-        {"a=\"1\" ", false, false, "a=1"},
+        {"a=1; b==2; c=3", true, false, "a=1"}, {"a=1; x\"y\"z; c=3", true, false, "a=1 c=3"},
+        {"a=1; b c = \"2\"; c=3", true, false, "a=1"}, {"a=\"1\" b=2", false, false, "a=1"},
+        {"a=\"1\" b=\"2", false, false, "a=1"}, {"a=\"1\" ", false, false, "a=1"},
         {"", false, false, ""},
-    };
+    }; // clang-format on
     for (auto const &[text, pairs, lines, expected] : rows) {
         XRecord r;
         r.fromString(text, pairs, lines);
