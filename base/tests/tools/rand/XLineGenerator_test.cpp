@@ -196,16 +196,6 @@ TEST(XLineGenerator, ParamsTextNamesFlagsAndLanguage) {
                     .endsWith(QStringLiteral("lang:CHINESE_SMALL, ")));
 }
 
-TEST(XLineGenerator, ElidedLineKeepsHeadAndTail) {
-    std::tuple<char const *, unsigned int, unsigned int, char const *> const rows[] = {
-        // clang-format off
-        {"", 2, 2, ""}, {"abcdef", 3, 3, "abcdef"}, {"abcdefgh", 2, 2, "ab...gh"},
-        {"abcdefgh", 2, 0, "ab..."}, {"abcdefgh", 0, 3, "...fgh"},
-    }; // clang-format on
-    for (auto [in, head, tail, out] : rows)
-        EXPECT_EQ(XLineGenerator::elidedLine(in, head, tail), QString(out)) << in;
-}
-
 TEST(XLineGenerator, ShowLinesLogsHeadGapAndTail) {
     test::CapturingAppender &log = test::startCapturingLogger();
     std::vector<QString> const lines = {"first line", "xx", "yy", "ok", "last line!"};
