@@ -1,11 +1,10 @@
 // OrvProgram_test.cpp: the orv program end to end: help, listing, commands that
 // succeed and fail with their exit codes, and the logger options.
-#include <gtest/gtest.h>
+#include "support/Test.h"
 
 #include <QtCore/QFile>
 #include <QtCore/QProcess>
 #include <QtCore/QRegularExpression>
-#include <QtCore/QTemporaryDir>
 
 namespace {
 

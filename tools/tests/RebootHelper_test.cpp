@@ -1,10 +1,9 @@
 // RebootHelper_test.cpp: a program that sets the reboot flag starts once more, with
 // the same arguments, through execve.
-#include <gtest/gtest.h>
+#include "support/Test.h"
 
 #include <QtCore/QFile>
 #include <QtCore/QProcess>
-#include <QtCore/QTemporaryDir>
 
 namespace {
 

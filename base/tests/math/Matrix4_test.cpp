@@ -2,10 +2,7 @@
 // inverse, view matrix, bit comparison and the text forms.
 #include "orv/Matrix.h"
 
-#include "support/LoggedLines.h"
-#include "support/QtPrinters.h"
-
-#include <gtest/gtest.h>
+#include "support/Test.h"
 
 using namespace orv;
 

@@ -3,10 +3,7 @@
 #include "orv/Matrix.h"
 #include "orv/Quaternion.h"
 
-#include "support/LoggedLines.h"
-#include "support/QtPrinters.h"
-
-#include <gtest/gtest.h>
+#include "support/Test.h"
 
 using namespace orv;
 

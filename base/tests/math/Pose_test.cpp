@@ -1,10 +1,7 @@
 // Pose_test.cpp: keeping CoordinateSystem3 orthonormal, and the pose text forms.
 #include "orv/Pose.h"
 
-#include "support/LoggedLines.h"
-#include "support/QtPrinters.h"
-
-#include <gtest/gtest.h>
+#include "support/Test.h"
 
 using namespace orv;
 

@@ -3,10 +3,7 @@
 #include "orv/Matrix.h"
 #include "orv/Quaternion.h"
 
-#include "support/LoggedLines.h"
-#include "support/QtPrinters.h"
-
-#include <gtest/gtest.h>
+#include "support/Test.h"
 
 using namespace orv;
 
@@ -43,7 +40,7 @@ TEST(Quaternion, ZeroAxisGivesIdentityAndAnError) {
                                           "3.000000 is not normalized."});
 }
 
-TEST(Quaternion, HamiltonProductComposesRotations) {
+TEST(Quaternion, HamiltonProductComposesRotationsOnEitherSide) {
     Quaternion const a(Vector3::UNIT_Z_POSITIVE, 0.4f), b(Vector3::UNIT_X_POSITIVE, 1.1f);
     Quaternion ab;
     Quaternion::multiplication(ab, a, b);
@@ -58,13 +55,10 @@ TEST(Quaternion, HamiltonProductComposesRotations) {
     Quaternion k;
     Quaternion(0, 1, 0, 0).multiplyBy(k, Quaternion(0, 0, 1, 0));
     EXPECT_TRUE(k.compareMemory(Quaternion(0, 0, 0, 1)));
-}
-
-TEST(Quaternion, MultiplyInverseByMultipliesFromTheLeft) {
-    Quaternion const i(0, 1, 0, 0), j(0, 0, 1, 0);
-    Quaternion right = i, left = i;
-    right.multiplyBy(j);       // i * j = k
-    left.multiplyInverseBy(j); // j * i = -k, no inversion
+    // In place: multiplyBy from the right, multiplyInverseBy from the left, without inversion.
+    Quaternion right(0, 1, 0, 0), left(0, 1, 0, 0);
+    right.multiplyBy(Quaternion(0, 0, 1, 0));
+    left.multiplyInverseBy(Quaternion(0, 0, 1, 0));
     EXPECT_TRUE(right.compareMemory(Quaternion(0, 0, 0, 1)));
     EXPECT_TRUE(left.compareMemory(Quaternion(0, 0, 0, -1)));
 }

@@ -1,10 +1,7 @@
 // Vector_test.cpp: Vector2/3/4 arithmetic, the reserved states, angles and text forms.
 #include "orv/Matrix.h"
 
-#include "support/LoggedLines.h"
-#include "support/QtPrinters.h"
-
-#include <gtest/gtest.h>
+#include "support/Test.h"
 
 using namespace orv;
 
@@ -30,14 +27,11 @@ TEST(Vector3, OperatorsFollowTheFixedLanguage) {
     EXPECT_EQ(a % b, Vector3(-3, 6, -3));
     EXPECT_FLOAT_EQ(~Vector3(2, 3, 6), 7.0f);
     EXPECT_FLOAT_EQ(a.getScalarTripleProduct(b, Vector3(7, 8, 10)), -3.0f);
-}
-
-TEST(Vector2, CrossProductIsAVector3AlongZ) {
-    EXPECT_EQ(Vector2(1, 2) % Vector2(3, 4), Vector3(0, 0, -2));
+    EXPECT_EQ(Vector2(1, 2) % Vector2(3, 4), Vector3(0, 0, -2)); // a Vector3 along Z
     EXPECT_FLOAT_EQ(Vector2(1, 2) * Vector2(3, 4), 11.0f);
 }
 
-TEST(Vector2, DivisionByZeroGivesInvalid) {
+TEST(Vector2, DivisionByZeroGivesInvalidAndNotDefinedIsASecondReservedState) {
     Vector2 const v = Vector2(1, 1) / 0.0f;
     EXPECT_EQ(v, Vector2(GMath::MAX_FLOAT, GMath::MAX_FLOAT));
     EXPECT_FALSE(v.isValid());
@@ -47,6 +41,12 @@ TEST(Vector2, DivisionByZeroGivesInvalid) {
     EXPECT_FALSE(w.isValid());
     EXPECT_EQ(w.toString(), "Vector3-INVALID");
     EXPECT_EQ(Vector2(2, 4) / 2.0f, Vector2(1, 2));
+    // Not defined is a second reserved state, still valid.
+    Vector2 v2(1, 1);
+    EXPECT_TRUE(v2.isDefined());
+    v2.setNotDefined();
+    EXPECT_TRUE(v2.isNotDefined() && !v2.isDefined() && v2.isValid());
+    EXPECT_TRUE(Vector2(GMath::MIN_FLOAT, 1).isDefined());
 }
 
 TEST(Vector3, NormalizingZeroLeavesItZero) {
@@ -59,16 +59,6 @@ TEST(Vector3, NormalizingZeroLeavesItZero) {
     EXPECT_TRUE(v.isEqual(Vector3(0.6f, 0, 0.8f)));
     v.setLength(10);
     EXPECT_TRUE(v.isNearly(Vector3(6, 0, 8), 1e-5f));
-}
-
-TEST(Vector2, NotDefinedIsASecondReservedState) {
-    Vector2 v(1, 1);
-    EXPECT_TRUE(v.isDefined());
-    v.setNotDefined();
-    EXPECT_TRUE(v.isNotDefined());
-    EXPECT_FALSE(v.isDefined());
-    EXPECT_TRUE(v.isValid());
-    EXPECT_TRUE(Vector2(GMath::MIN_FLOAT, 1).isDefined());
 }
 
 TEST(Vector3, OutOfRangeIndexReadsTheInvalidMark) {

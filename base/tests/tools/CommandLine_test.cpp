@@ -2,9 +2,9 @@
 // defaults, key order, short options and the text forms.
 #include "orv/CommandLine.h"
 
-#include <QtCore/QCoreApplication>
+#include "support/Test.h"
 
-#include <gtest/gtest.h>
+#include <QtCore/QCoreApplication>
 
 #include <cstdlib>
 #include <limits>
@@ -106,22 +106,15 @@ TEST(CommandLine, FromUrlReadsProgramCommandAndPairsFromTheQuery) {
     // program|command, then the items
     std::tuple<char const *, bool, std::string, std::string> const rows[] = {
         // clang-format off
-        {"", false, "|", "pre=1"}, {"x://h", false, "|", "pre=1"},
-        {"x://h?a;b", true, "a|b", "pre=1"},
+        {"", false, "|", "pre=1"}, {"x://h", false, "|", "pre=1"}, {"x://h?a;b", true, "a|b", "pre=1"},
         {"app://x?prog;cmd;host=a;title=\"b c\";", true, "prog|cmd", "host=a|pre=1|title=b c"},
-        {"x://h?p;c;k=v&", true, "p|c", "k=v&|pre=1"},
-        {"x://h?p;c;k=v&j=w", true, "p|c", "j=w|k=v&|pre=1"},
-        {"x://h?p;c;k=\"a;b\"", true, "p|c", "k=a;b|pre=1"},
-        {"x://h?p;c;k=a=b", true, "p|c", "k=a=b|pre=1"},
-        {"x://h?p;c;flag", true, "p|c", "flag=|pre=1"},
-        {"x://h?p;c;a b = v ", true, "p|c", "a b =v|pre=1"},
-        {"x://h?p;c;ok=1;k=\"open", true, "p|c", "ok=1|pre=1"},
-        {"x://h?p;c;pre=2", true, "p|c", "pre=2"},
-        {"x://h?p;c;k=a%20b", true, "p|c", "k=a b|pre=1"},
-        {"x://h?p;c;k=a+b", true, "p|c", "k=a+b|pre=1"},
+        {"x://h?p;c;k=v&", true, "p|c", "k=v&|pre=1"}, {"x://h?p;c;k=v&j=w", true, "p|c", "j=w|k=v&|pre=1"},
+        {"x://h?p;c;k=\"a;b\"", true, "p|c", "k=a;b|pre=1"}, {"x://h?p;c;k=a=b", true, "p|c", "k=a=b|pre=1"},
+        {"x://h?p;c;flag", true, "p|c", "flag=|pre=1"}, {"x://h?p;c;a b = v ", true, "p|c", "a b =v|pre=1"},
+        {"x://h?p;c;ok=1;k=\"open", true, "p|c", "ok=1|pre=1"}, {"x://h?p;c;pre=2", true, "p|c", "pre=2"},
+        {"x://h?p;c;k=a%20b", true, "p|c", "k=a b|pre=1"}, {"x://h?p;c;k=a+b", true, "p|c", "k=a+b|pre=1"},
         {"x://h?p;c;k=%zz;j=%2", true, "p|c", "j=%252|k=%25zz|pre=1"},
-        {"x://h?p;c;k=a%3Bb", true, "p|c", "k=a%3Bb|pre=1"},
-        {"x://h?p;c;;", true, "p|c", "=|pre=1"}};
+        {"x://h?p;c;k=a%3Bb", true, "p|c", "k=a%3Bb|pre=1"}, {"x://h?p;c;;", true, "p|c", "=|pre=1"}};
     // clang-format on
     for (auto const &[url, ok, programCommand, items] : rows) {
         CommandLine cmd;
@@ -227,26 +220,25 @@ TEST(CommandLine, SettersStoreTheDocumentedTextsAndItemsRunInCodeUnitOrder) {
 }
 
 TEST(CommandLine, ToStringBuildsEachFormatWithoutQuotingSoBlanksDoNotReadBack) {
-    struct Row {
-        char const *program, *command, *items; // items as a one-line tail
-        std::string full, commandKeys, keys;
-    } const rows[] = {
+    // program, command, items as a one-line tail; the three formats
+    std::tuple<char const *, char const *, char const *, std::string, std::string,
+               std::string> const rows[] = {
         {"", "", "", "", "", ""},
         {"prog", "", "", "prog", "", ""},
         {"prog", "run", "", "prog run", "run", ""},
         {"", "", "--a 1", "--a 1", "--a 1", "--a 1"},
         {"prog", "run", "--a --b 2", "prog run --a  --b 2", "run --a  --b 2", "--a  --b 2"},
         {"prog", "run", "--b \"x y\"", "prog run --b x y", "run --b x y", "--b x y"}};
-    for (Row const &row : rows) {
+    for (auto const &[program, command, items, full, commandKeys, keys] : rows) {
         CommandLine cmd;
-        cmd.fromString(QStringLiteral("c ") + QString::fromUtf8(row.items));
-        cmd.setProgram(row.program);
-        cmd.setCommand(row.command);
-        SCOPED_TRACE(row.full);
-        EXPECT_EQ(cmd.toString(CommandLine::FORMAT_PROGRAM_COMMAND_KEYS).toStdString(), row.full);
-        EXPECT_EQ(cmd.toString(CommandLine::FORMAT_COMMAND_KEYS).toStdString(), row.commandKeys);
-        EXPECT_EQ(cmd.toString(CommandLine::FORMAT_KEYS).toStdString(), row.keys);
-        EXPECT_EQ(cmd.toString(static_cast<CommandLine::FORMAT_STR>(7)).toStdString(), row.keys);
+        cmd.fromString(QStringLiteral("c ") + QString::fromUtf8(items));
+        cmd.setProgram(program);
+        cmd.setCommand(command);
+        SCOPED_TRACE(full);
+        EXPECT_EQ(cmd.toString(CommandLine::FORMAT_PROGRAM_COMMAND_KEYS).toStdString(), full);
+        EXPECT_EQ(cmd.toString(CommandLine::FORMAT_COMMAND_KEYS).toStdString(), commandKeys);
+        EXPECT_EQ(cmd.toString(CommandLine::FORMAT_KEYS).toStdString(), keys);
+        EXPECT_EQ(cmd.toString(static_cast<CommandLine::FORMAT_STR>(7)).toStdString(), keys);
         EXPECT_EQ(cmd.toStringURL(CommandLine::FORMAT_PROGRAM_COMMAND_KEYS), "");
     }
     CommandLine back;
@@ -314,12 +306,11 @@ TEST(CommandLine, MoveAssignmentEmptiesSourceTableAndKeyLists) {
 
 TEST(CommandLine, ProgramNameLosesOnlyThreeSpellingsOfExe) {
     QString const saved = QCoreApplication::applicationName();
-    for (auto [name, expected] :
-         std::initializer_list<std::pair<char const *, char const *>>{{"tool.exe", "tool"},
-                                                                      {"tool.EXE", "tool"},
-                                                                      {"tool.Exe", "tool"},
-                                                                      {"tool.eXe", "tool.eXe"},
-                                                                      {"tool", "tool"}}) {
+    for (auto [name, expected] : {std::pair{"tool.exe", "tool"},
+                                  {"tool.EXE", "tool"},
+                                  {"tool.Exe", "tool"},
+                                  {"tool.eXe", "tool.eXe"},
+                                  {"tool", "tool"}}) {
         QCoreApplication::setApplicationName(name);
         EXPECT_EQ(CommandLine().getProgramName(), expected);
     }

@@ -1,61 +1,48 @@
 // EnvVariables_test.cpp: `$(...)` replacement, the environment and the file variables.
 #include "orv/EnvVariables.h"
 
-#include "support/QtPrinters.h"
+#include "support/Test.h"
 
 #include <QtCore/QThread>
 
-#include <gtest/gtest.h>
-
 using namespace orv;
 
-namespace {
-
-class EnvVariablesTest : public ::testing::Test {
-protected:
-    void SetUp() override {
-        setEnv("ORV_T_VALUE", "va\"lu\"e");
-        setEnv("ORV_T_EMPTY", "");
-        qunsetenv("ORV_T_UNSET");
-    }
-    void TearDown() override {
-        qunsetenv("ORV_T_VALUE");
-        qunsetenv("ORV_T_EMPTY");
-    }
-};
-
-// Sets name to each value in turn and expects test() to give its flag; unset it gives false.
-void expectFlags(char const *name, std::initializer_list<std::pair<char const *, bool>> rows,
-                 bool (*test)()) {
-    for (auto [value, expected] : rows) {
-        setEnv(name, value);
-        EXPECT_EQ(test(), expected) << value;
-    }
-    qunsetenv(name);
-    EXPECT_FALSE(test());
-}
-
-} // namespace
-
-TEST_F(EnvVariablesTest, GetEnvDropsQuotesAndTellsUnsetFromEmpty) {
+TEST(EnvVariables, GetEnvDropsQuotesAndIsEnvAcceptsFourSpellingsOfTrue) {
+    setEnv("ORV_T_VALUE", "va\"lu\"e");
+    setEnv("ORV_T_EMPTY", "");
+    qunsetenv("ORV_T_UNSET");
     EXPECT_EQ(getEnv("ORV_T_VALUE"), QLatin1String("value"));
     EXPECT_EQ(getEnv("ORV_T_UNSET"), QString());
     EXPECT_TRUE(hasEnv("ORV_T_EMPTY"));
     EXPECT_FALSE(hasEnv("ORV_T_UNSET"));
     EXPECT_EQ(getEnv("orv_t_value"), QString()); // names are case-sensitive
+    qunsetenv("ORV_T_VALUE");
+    qunsetenv("ORV_T_EMPTY");
+    // ORVVM, the virtual-machine flag, also takes "ON" and drops quotes.
+    std::tuple<char const *, char const *, bool> const rows[] = {
+        // clang-format off
+        {"ORV_T_FLAG", "true", true}, {"ORV_T_FLAG", "1", true}, {"ORV_T_FLAG", "TRUE", true},
+        {"ORV_T_FLAG", "True", true}, {"ORV_T_FLAG", "tRUE", false}, {"ORV_T_FLAG", "on", false},
+        {"ORV_T_FLAG", "0", false}, {"ORV_T_FLAG", "", false}, {"ORVVM", "1", true},
+        {"ORVVM", "ON", true}, {"ORVVM", "\"ON\"", true}, {"ORVVM", "True", true},
+        {"ORVVM", "\"true\"", true}, {"ORVVM", "yes", false}, {"ORVVM", "0", false}, {"ORVVM", "", false},
+    }; // clang-format on
+    QByteArray const savedVm = qgetenv("ORVVM");
+    for (auto [name, value, expected] : rows) {
+        setEnv(name, value);
+        EXPECT_EQ(QLatin1String(name) == "ORVVM" ? is_running_inside_VM() : isEnv(name), expected)
+            << name << "=" << value;
+    }
+    qunsetenv("ORV_T_FLAG");
+    EXPECT_FALSE(isEnv("ORV_T_FLAG"));
+    qunsetenv("ORVVM");
+    EXPECT_FALSE(is_running_inside_VM());
+    qputenv("ORVVM", savedVm);
 }
 
-TEST(EnvVariables, IsEnvAcceptsFourSpellingsOfTrueAndOrvvmFollowsIt) {
-    // clang-format off
-    expectFlags("ORV_T_FLAG", {{"true", true}, {"1", true}, {"TRUE", true}, {"True", true},
-                               {"tRUE", false}, {"on", false}, {"0", false}, {"", false}},
-                [] { return isEnv("ORV_T_FLAG"); });
-    expectFlags("ORVVM", {{"1", true}, {"\"ON\"", true}, {"True", true}, {"0", false}, {"", false}},
-                is_running_inside_VM);
-    // clang-format on
-}
-
-TEST_F(EnvVariablesTest, ReplaceEnvTable) {
+TEST(EnvVariables, ReplaceEnvTakesSetVariablesWithoutQuotes) {
+    setEnv("ORV_T_VALUE", "va\"lu\"e");
+    setEnv("ORV_T_EMPTY", "");
     std::pair<char const *, char const *> const rows[] = {
         {"$(ORV_T_VALUE)/x", "value/x"},
         {"a$(ORV_T_VALUE)$(ORV_T_VALUE)", "avaluevalue"},
@@ -70,6 +57,11 @@ TEST_F(EnvVariablesTest, ReplaceEnvTable) {
     };
     for (auto [in, out] : rows)
         EXPECT_EQ(replaceEnv(QLatin1String(in)), QLatin1String(out)) << in;
+    qunsetenv("ORV_T_VALUE");
+    qunsetenv("ORV_T_EMPTY");
+    fileInfo_to_env(QFileInfo("/tmp/dir/file.tar.gz"));
+    EXPECT_EQ(replaceEnv("$(G_PATH)|$(G_DIR)|$(G_FILE)|$(G_SUFFIX)|$(G_BASE).bak"),
+              QLatin1String("/tmp/dir/file.tar.gz|/tmp/dir|file.tar.gz|gz|file.bak"));
 }
 
 TEST(Replacer, FileVariablesComeFromTheFileAndOverrideTheUserMapping) {
@@ -85,9 +77,7 @@ TEST(Replacer, FileVariablesComeFromTheFileAndOverrideTheUserMapping) {
     EXPECT_EQ(noFile.replace("$(K)"), QLatin1String("mapped"));
     abs.mapping = upper;
     EXPECT_EQ(abs.replace("$(K)"), QLatin1String("$(K)"));
-}
-
-TEST(Replacer, OverriddenKeyMappingComesBeforeTheEnvironment) {
+    // An overridden key mapping comes before the environment.
     struct Fixed : Replacer {
         QString map_key_to_val(QString const &key) override {
             return key == "HOME" ? QString("here") : QString();
@@ -109,12 +99,6 @@ TEST(ReplaceVariables, KeepsUnknownKeysAndDropsHashKeys) {
         EXPECT_EQ(replace_variables(QLatin1String(in), f), QLatin1String(out)) << in;
     EXPECT_EQ(replace_variables(QString(), f), QString());
     EXPECT_EQ(replace_variables("$(a)", nullptr), QLatin1String("$(a)"));
-}
-
-TEST(EnvVariables, FileInfoToEnvSetsTheFiveVariables) {
-    fileInfo_to_env(QFileInfo("/tmp/dir/file.tar.gz"));
-    EXPECT_EQ(replaceEnv("$(G_PATH)|$(G_DIR)|$(G_FILE)|$(G_SUFFIX)|$(G_BASE).bak"),
-              QLatin1String("/tmp/dir/file.tar.gz|/tmp/dir|file.tar.gz|gz|file.bak"));
 }
 
 TEST(EnvVariables, CountHardwareThreadsCapsAtTheMachine) {

@@ -1,14 +1,10 @@
 // FileHelpers_test.cpp: path texts, whole-file reads and file times.
 #include "orv/FileHelpers.h"
 
-#include "support/QtPrinters.h"
-#include "support/TempFiles.h"
+#include "support/Test.h"
 
 #include <QtCore/QDateTime>
 #include <QtCore/QFile>
-#include <QtCore/QTemporaryDir>
-
-#include <gtest/gtest.h>
 
 using namespace orv;
 

@@ -2,9 +2,7 @@
 #include "orv/LogMessage.h"
 #include "orv/OrvVersion.h"
 
-#include "support/QtPrinters.h"
-
-#include <gtest/gtest.h>
+#include "support/Test.h"
 
 #include <QtCore/QRegularExpression>
 

@@ -1,12 +1,10 @@
 // QtToString_test.cpp: text forms of Qt values and of QVariant by type.
 #include "orv/QtToString.h"
 
-#include "support/QtPrinters.h"
+#include "support/Test.h"
 
 #include <QtCore/QLine>
 #include <QtCore/QStringList>
-
-#include <gtest/gtest.h>
 
 using namespace orv;
 

@@ -1,9 +1,7 @@
 // StringFormat_test.cpp: the exact texts of the number, size and duration formatters.
 #include "orv/StringFormat.h"
 
-#include "support/QtPrinters.h"
-
-#include <gtest/gtest.h>
+#include "support/Test.h"
 
 #include <limits>
 
@@ -31,6 +29,12 @@ TEST(StringFormat, Format1000GroupsByThreeCountingTheSign) {
                  {format1000(maxI64), "9.223.372.036.854.775.807"},
                  {format1000(minI64), "-9.223.372.036.854.775.808"}});
     // clang-format on
+    // countDigits ignores the sign.
+    EXPECT_EQ(countDigits(qint64(0)), 1u);
+    EXPECT_EQ(countDigits(qint64(9)), 1u);
+    EXPECT_EQ(countDigits(qint64(-10)), 2u);
+    EXPECT_EQ(countDigits(minI64), 19u);
+    EXPECT_EQ(countDigits(maxU64), 20u);
 }
 
 TEST(StringFormat, FormatBytesPicksUnitByThousandsOrPowersOf1024) {
@@ -77,28 +81,16 @@ TEST(StringFormat, NumberTextsFollowTheirFixedForms) {
     // clang-format on
 }
 
-TEST(StringFormat, CountDigitsIgnoresSign) {
-    EXPECT_EQ(countDigits(qint64(0)), 1u);
-    EXPECT_EQ(countDigits(qint64(9)), 1u);
-    EXPECT_EQ(countDigits(qint64(-10)), 2u);
-    EXPECT_EQ(countDigits(minI64), 19u);
-    EXPECT_EQ(countDigits(maxU64), 20u);
-}
-
 TEST(StringFormat, TrailingNumbersAreRewrittenAndIncremented) {
-    expectTexts(
-        {{get_string_number("img7", 3), "img007"},
-         {get_string_number("img0012", 2), "img12"},
-         {get_string_number("img12", 6), "img000012"},
-         {get_string_number("abc", 3), "abc"},
-         {get_string_number("x05", 7), "x5"},
-         {createNextNumberString(""), "0"},
-         {createNextNumberString("ab"), "ab0"},
-         {createNextNumberString("a9"), "a10"},
-         {createNextNumberString("a09"), "a10"},
-         {createNextNumberString("a00"), "a1"},
-         {createNextNumberString("7"), "8"},
-         {createNextNumberString("x99999999999999999999999"), "x100000000000000000000000"}});
+    // clang-format off
+    expectTexts({{get_string_number("img7", 3), "img007"}, {get_string_number("img0012", 2), "img12"},
+                 {get_string_number("img12", 6), "img000012"}, {get_string_number("abc", 3), "abc"},
+                 {get_string_number("x05", 7), "x5"}, {createNextNumberString(""), "0"},
+                 {createNextNumberString("ab"), "ab0"}, {createNextNumberString("a9"), "a10"},
+                 {createNextNumberString("a09"), "a10"}, {createNextNumberString("a00"), "a1"},
+                 {createNextNumberString("7"), "8"},
+                 {createNextNumberString("x99999999999999999999999"), "x100000000000000000000000"}});
+    // clang-format on
 }
 
 TEST(StringFormat, GetBytesNumberReadsUnitsIn32Bits) {

@@ -1,9 +1,7 @@
 // StringText_test.cpp: eliding, entities, base64/hex, wildcard patterns and byte search.
 #include "orv/StringText.h"
 
-#include "support/QtPrinters.h"
-
-#include <gtest/gtest.h>
+#include "support/Test.h"
 
 #include <cstring>
 
@@ -15,7 +13,8 @@ TEST(StringText, TextFormsOfElidingQuotingAndEncoding) {
     std::pair<QString, QString> const rows[] = {
         // clang-format off
         {elidedString("", 1, 1), QString()}, {elidedString("abcdefgh", 2, 2), "ab...gh"},
-        {elidedString("abcdefgh", 3, 0), "abc..."}, {elidedString("abcd", 2, 2), "abcd"},
+        {elidedString("abcdefgh", 3, 0), "abc..."}, {elidedString("abcdefgh", 0, 3), "...fgh"},
+        {elidedString("abcd", 2, 2), "abcd"},
         {elidedString("abcd", 4000000000u, 4000000000u), "abcd"},
         {encode_char(QLatin1Char('A')), "&#65;"},
         {encoded, QLatin1String("a&#60;&#233;") + QChar(0x80)}, // 128 itself stays

@@ -1,9 +1,7 @@
 // Tokenizer_test.cpp: byte-wise cutting, typed reads and the quote-aware split.
 #include "orv/Tokenizer.h"
 
-#include "support/QtPrinters.h"
-
-#include <gtest/gtest.h>
+#include "support/Test.h"
 
 #include <QtCore/QStringList>
 
@@ -54,7 +52,7 @@ TEST(Tokenizer, ScanAppendsToEarlierTokensAndRewinds) {
     EXPECT_EQ(tok.nextToken(), "a");
 }
 
-TEST(Tokenizer, PeekKeepsTheIndexAndOutOfRangeGivesEmpty) {
+TEST(Tokenizer, PeekKeepsTheIndexOutOfRangeGivesEmptyAndQueueAndStackHoldAllTokens) {
     Tokenizer tok("a b", " ", false);
     EXPECT_TRUE(tok.tokenAt(2).isEmpty());
     EXPECT_TRUE(tok[99].isEmpty());
@@ -70,6 +68,12 @@ TEST(Tokenizer, PeekKeepsTheIndexAndOutOfRangeGivesEmpty) {
     EXPECT_TRUE(tok.peekNextToken().isEmpty());
     EXPECT_FALSE(tok.isPeekNextToken(""));
     EXPECT_TRUE(Tokenizer().isLastToken());
+    // The queue and the stack hold all tokens whatever the index.
+    std::queue<QString> queue = tok.getQueue();
+    std::stack<QString> stack = tok.getStack();
+    ASSERT_EQ(queue.size(), 2u);
+    ASSERT_EQ(stack.size(), 2u);
+    EXPECT_EQ(queue.front() + queue.back() + stack.top(), "abb");
 }
 
 TEST(Tokenizer, RecognisesNumbersAsNextToken) {
@@ -115,17 +119,6 @@ TEST(Tokenizer, AtFamilyGivesZeroOnBadTokenAndDefaultOnlyOutOfRange) {
     EXPECT_EQ(tok.intAt(4, 7), 7);
     EXPECT_EQ(tok.ULONG_at(99, 8), 8u);
     EXPECT_EQ(tok.remain(), 4u);
-}
-
-TEST(Tokenizer, QueueAndStackHoldAllTokensWhateverTheIndex) {
-    Tokenizer tok("a b c", " ", false);
-    tok.nextToken();
-    tok.nextToken();
-    std::queue<QString> queue = tok.getQueue();
-    std::stack<QString> stack = tok.getStack();
-    ASSERT_EQ(queue.size(), 3u);
-    ASSERT_EQ(stack.size(), 3u);
-    EXPECT_EQ(queue.front() + queue.back() + stack.top(), "acc");
 }
 
 TEST(Tokenizer, SplitsQuotedStretchesApart) {

@@ -1,9 +1,7 @@
 // XDelimiter_test.cpp: the delimiter alphabets and the whole-word tests on text and bytes.
 #include "orv/XDelimiter.h"
 
-#include "support/QtPrinters.h"
-
-#include <gtest/gtest.h>
+#include "support/Test.h"
 
 #include <cstring>
 

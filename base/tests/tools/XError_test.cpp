@@ -1,9 +1,7 @@
 // XError_test.cpp: the error word, its texts, the system error messages and the fatal handlers.
 #include "orv/XError.h"
 
-#include "support/ConsoleCapture.h"
-
-#include <gtest/gtest.h>
+#include "support/Test.h"
 
 #include <cerrno>
 #include <cstring>
@@ -18,8 +16,7 @@ TEST(XError, LibraryCodesGiveTheirTexts) {
     // clang-format off
     std::pair<unsigned short, char const *> const rows[] = {
         {XError::ORV_ERROR_CANNOT_READ_RESOURCE, "orv,cannot read resource"},
-        {XError::ORV_ERROR_TIMEOUT, "orv,timeout"},
-        {XError::ORV_ERROR_BUFFER_EMPTY, "orv,buffer empty"},
+        {XError::ORV_ERROR_TIMEOUT, "orv,timeout"}, {XError::ORV_ERROR_BUFFER_EMPTY, "orv,buffer empty"},
         {XError::ORV_ERROR_NOT_INITIALIZED, "orv,object not initialized"},
         {XError::ORV_ERROR_OUT_OF_RANGE, "orv,index out of range"},
         {XError::ORV_ERROR_TRUNCATE, "orv,truncate"}, {XError::ORV_ERROR_EOF, "orv,eof"},
@@ -55,10 +52,7 @@ TEST(XError, OkOnlyWithoutAnyCodeAndNamedTestsAgreeOnTheirCodes) {
     error.setErrno(0x8000);
     EXPECT_TRUE(error.isOrvError(0));
     EXPECT_EQ(error.errAsString(), "ORV-ERROR-0");
-}
-
-TEST(XError, SetErrnoKeepsSixteenBitsAndWipesTheCode) {
-    XError error;
+    // errno keeps sixteen bits and wipes the library code.
     error.setErrno(70000);
     EXPECT_EQ(error.getErrno(), 4464u);
     error.setOrvError(110);
@@ -76,6 +70,10 @@ TEST(XError, ErrnoTextIsThatOfTheCurrentErrnoNotTheStoredOne) {
         EXPECT_EQ(error.errAsString(), QString::fromLocal8Bit(std::strerror(number)) +
                                            QStringLiteral(", errno:") + QString::number(number));
     }
+    errno = EACCES;
+    EXPECT_EQ(XError::printStringErrno("open", -1), -1);
+    errno = 0;
+    EXPECT_EQ(XError::printStringErrno(QString(), 42), 42);
 }
 
 TEST(XError, SettersTellTheInfoCallbackWhenEmitIsOn) {
@@ -89,32 +87,21 @@ TEST(XError, SettersTellTheInfoCallbackWhenEmitIsOn) {
     error.setErrno(7);
     error.setOrvError(160);
     error.clearError();
-    std::vector<std::pair<unsigned int, unsigned int>> const expected = {
-        {5, 7}, {7, 0x8000}, {0x8000, 0x00a08000}};
-    EXPECT_EQ(calls, expected);
+    EXPECT_EQ(calls, (std::vector<std::pair<unsigned int, unsigned int>>{
+                         {5, 7}, {7, 0x8000}, {0x8000, 0x00a08000}}));
 }
 
-TEST(XError, PrintStringErrnoReturnsItsResult) {
-    errno = EACCES;
-    EXPECT_EQ(XError::printStringErrno("open", -1), -1);
-    errno = 0;
-    EXPECT_EQ(XError::printStringErrno(QString(), 42), 42);
-}
-
-TEST(XErrorMap, SecondAddKeepsTheFirstTextAndSaysSo) {
-    EXPECT_EQ(orv::test::coutOf([] { XErrorMap::addError(100, "other text"); }),
-              "XErrorMap::addError, key already present, key:100\n");
-    EXPECT_EQ(XErrorMap::getError(100), "orv,cannot read resource");
-}
-
-TEST(XErrorMap, AddedCodeIsFoundAndCounted) {
-    quint64 before = XErrorMap::size();
+TEST(XErrorMap, AddedCodeIsFoundAndASecondAddKeepsTheFirstTextAndSaysSo) {
+    quint64 const before = XErrorMap::size();
     EXPECT_GE(before, 8u);
     EXPECT_FALSE(XErrorMap::containsError(4711));
     XErrorMap::addError(4711, "app,disk full");
     EXPECT_TRUE(XErrorMap::containsError(4711));
     EXPECT_EQ(XErrorMap::getError(4711), "app,disk full");
     EXPECT_EQ(XErrorMap::size(), before + 1);
+    EXPECT_EQ(orv::test::coutOf([] { XErrorMap::addError(100, "other text"); }),
+              "XErrorMap::addError, key already present, key:100\n");
+    EXPECT_EQ(XErrorMap::getError(100), "orv,cannot read resource");
 }
 
 TEST(SystemErrorMessage, NamesErrnoAndItsTextOrTheSocketErrorNumber) {
@@ -131,13 +118,6 @@ TEST(SystemErrorMessage, NamesErrnoAndItsTextOrTheSocketErrorNumber) {
     }
 }
 
-// The handlers sleep five seconds by design: one run each. Their lines go to stdout,
-// which the child points at stderr, where the death test looks.
-class FatalHandlingDeathTest : public testing::Test {
-protected:
-    void SetUp() override { GTEST_FLAG_SET(death_test_style, "threadsafe"); }
-};
-
 namespace {
 
 int const assertLine = __LINE__ + 3;
@@ -146,16 +126,15 @@ void failCondition(int value) {
     ORV_ASSERT(value == 0);
 }
 
-int const assertPtrLine = __LINE__ + 3;
-void failPointer(char const *buffer) {
-    ::dup2(2, 1);
-    ORV_ASSERT_PTR(buffer);
-}
+int const assertPtrLine = __LINE__ + 1;
+void failPointer(char const *buffer) { ORV_ASSERT_PTR(buffer); }
 
 } // namespace
 
-// Plain standard output: the exact lines, no trailer.
-TEST_F(FatalHandlingDeathTest, BoolExpressionPrintsThePlaceWaitsAndExits) {
+// The one run of the bool-expression handler's wait and exit: the exact lines on plain
+// standard output, no trailer, which the child points at stderr for the death test.
+TEST(FatalHandlingDeathTest, BoolExpressionPrintsThePlaceWaitsAndExits) {
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
     std::string const expected = "^bool expression failure:\nbase/tests/tools/XError_test\\.cpp\n"
                                  "LINE:" +
                                  std::to_string(assertLine) +
@@ -163,9 +142,8 @@ TEST_F(FatalHandlingDeathTest, BoolExpressionPrintsThePlaceWaitsAndExits) {
     EXPECT_EXIT(failCondition(1), testing::ExitedWithCode(1), expected);
 }
 
-TEST_F(FatalHandlingDeathTest, NullPointerPrintsTheTestWaitsAndExits) {
-    std::string const expected =
-        "^nullptr:buffer == NULL\nbase/tests/tools/XError_test\\.cpp\nLINE:" +
-        std::to_string(assertPtrLine) + "\nprogram will exit in 5 sec\n$";
-    EXPECT_EXIT(failPointer(nullptr), testing::ExitedWithCode(1), expected);
+TEST(FatalHandlingDeathTest, NullPointerPrintsTheTestAndThePlace) {
+    orv::test::expectFatal([] { failPointer(nullptr); },
+                           "^nullptr:buffer == NULL\nbase/tests/tools/XError_test\\.cpp\nLINE:" +
+                               std::to_string(assertPtrLine) + "\nprogram will exit in 5 sec\n$");
 }

@@ -2,14 +2,11 @@
 // saving, quotation-mark swapping and the log form of objects and arrays.
 #include "orv/XJson.h"
 
-#include "support/LoggedLines.h"
-#include "support/QtPrinters.h"
-#include "support/TempFiles.h"
+#include "support/Test.h"
 
 #include <QtCore/QJsonDocument>
-#include <QtCore/QTemporaryDir>
 
-#include <gtest/gtest.h>
+#include <functional>
 
 using orv::XJson;
 using orv::test::linesLoggedBy;
@@ -57,29 +54,24 @@ TEST(XJson, LoadingBadFilesGivesEmptyValueAndNamesTheFault) {
     }
 }
 
-TEST(XJson, SavedObjectLoadsBackByNameAndByFileInfo) {
+TEST(XJson, SavedObjectLoadsBackByNameAndByFileInfoAndAMissingFolderRefusesTheSave) {
     QTemporaryDir dir;
     QJsonObject const object = objectOf(R"({"n":1.5,"s":"x","o":{"a":[1,"b"]}})");
     QString const path = dir.filePath("out.json");
     ASSERT_TRUE(XJson::save_as(QFileInfo(path), object));
     EXPECT_EQ(orv::test::readFile(path), QJsonDocument(object).toJson());
     EXPECT_EQ(XJson::load_from(path), object);
-    std::vector<QString> const lines =
-        linesLoggedBy([&] { EXPECT_EQ(XJson::load_from(QFileInfo(path)), object); }, orv::DEBUG);
-    EXPECT_EQ(lines, std::vector<QString>{"XJson::load_from, fi: '" + path + "'"});
-    QString const arrayPath = orv::test::writeFile(dir, "ar.json", "[1, {\"a\": 2}]");
-    EXPECT_EQ(XJson::load_ar_from(arrayPath).size(), 2);
-}
+    EXPECT_EQ(
+        linesLoggedBy([&] { EXPECT_EQ(XJson::load_from(QFileInfo(path)), object); }, orv::DEBUG),
+        std::vector<QString>{"XJson::load_from, fi: '" + path + "'"});
+    EXPECT_EQ(XJson::load_ar_from(orv::test::writeFile(dir, "ar.json", "[1, {\"a\": 2}]")).size(),
+              2);
 
-TEST(XJson, SaveIntoMissingFolderIsFalse) {
-    QTemporaryDir dir;
-    QString const path = dir.filePath("no/such/dir/out.json");
+    QString const missing = dir.filePath("no/such/dir/out.json");
     bool saved = true;
-    std::vector<QString> const lines =
-        linesLoggedBy([&] { saved = XJson::save_as(path, objectOf("{\"a\":1}")); }, orv::ERROR);
+    EXPECT_EQ(linesLoggedBy([&] { saved = XJson::save_as(missing, object); }, orv::ERROR),
+              std::vector<QString>{"json_stuff::save_as, 1, cannot write to '" + missing + "'"});
     EXPECT_FALSE(saved);
-    EXPECT_EQ(lines,
-              std::vector<QString>{"json_stuff::save_as, 1, cannot write to '" + path + "'"});
 }
 
 TEST(XJson, QuotationMarksSwapBothWays) {
@@ -91,33 +83,23 @@ TEST(XJson, QuotationMarksSwapBothWays) {
               QStringLiteral("it\"s \"x\""));
 }
 
-TEST(XJson, PrintWalksNestedValuesInKeyOrder) {
-    QJsonObject const object =
+TEST(XJson, PrintWalksNestedValuesInKeyOrderAndSaysWhenEmpty) {
+    QJsonObject const nested =
         objectOf(R"({"z":true,"a":{"k":"v"},"l":[1,"two",null],"m":[{"q":2},[3]]})");
-    std::vector<QString> const lines =
-        linesLoggedBy([&] { XJson::print_object(2, QStringLiteral("root"), object); }, orv::INFO);
-    // Arrays of simple values take one line; unnamed elements print without a heading.
-    std::vector<QString> const expected = {"root",  "a",   "k:v",      "l [3] {1, two, }",
-                                           "m [2]", "q:2", " [1] {3}", "z:true"};
-    EXPECT_EQ(lines, expected);
-}
-
-TEST(XJson, PrintOfEmptyUnnamedObjectSaysEmpty) {
-    auto const printed = [](auto print) { return linesLoggedBy(print, orv::INFO); };
-    std::vector<QString> const emptyLine{"QJsonObject, EMPTY"};
-    EXPECT_EQ(printed([] { XJson::print_object(0, QString(), QJsonObject()); }), emptyLine);
-    EXPECT_EQ(printed([] { XJson::print_object_vm(0, QString(), QJsonObject()); }), emptyLine);
-    EXPECT_EQ(printed([] { XJson::print_object(0, "named", QJsonObject()); }),
-              std::vector<QString>{"named"});
-    EXPECT_EQ(printed([] { XJson::print_array(0, "e", QJsonArray()); }),
-              std::vector<QString>{"e [0] {}"});
-}
-
-TEST(XJson, VariantMapPrintNamesEachType) {
-    QJsonObject const object = objectOf(R"({"b":false,"d":2.5,"l":["x",4],"s":"t"})");
-    std::vector<QString> const lines =
-        linesLoggedBy([&] { XJson::print_object_vm(0, "vm", object); }, orv::INFO);
-    std::vector<QString> const expected = {"vm", "b:(bool):false", "d:(double):2.5", "l [2] {x, 4}",
-                                           "s:(QString):t"};
-    EXPECT_EQ(lines, expected);
+    QJsonObject const typed = objectOf(R"({"b":false,"d":2.5,"l":["x",4],"s":"t"})");
+    using Lines = std::vector<QString>;
+    // Arrays of simple values take one line; unnamed elements print without a heading;
+    // the variant-map form names each type.
+    std::pair<std::function<void()>, Lines> const rows[] = {
+        {[&] { XJson::print_object(2, QStringLiteral("root"), nested); },
+         {"root", "a", "k:v", "l [3] {1, two, }", "m [2]", "q:2", " [1] {3}", "z:true"}},
+        {[&] { XJson::print_object_vm(0, "vm", typed); },
+         {"vm", "b:(bool):false", "d:(double):2.5", "l [2] {x, 4}", "s:(QString):t"}},
+        {[] { XJson::print_object(0, QString(), QJsonObject()); }, {"QJsonObject, EMPTY"}},
+        {[] { XJson::print_object_vm(0, QString(), QJsonObject()); }, {"QJsonObject, EMPTY"}},
+        {[] { XJson::print_object(0, "named", QJsonObject()); }, {"named"}},
+        {[] { XJson::print_array(0, "e", QJsonArray()); }, {"e [0] {}"}},
+    };
+    for (auto const &[print, expected] : rows)
+        EXPECT_EQ(linesLoggedBy(print, orv::INFO), expected);
 }

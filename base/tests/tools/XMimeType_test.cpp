@@ -2,9 +2,7 @@
 // of MIME texts, and the shared scratch type.
 #include "orv/XMimeType.h"
 
-#include "support/QtPrinters.h"
-
-#include <gtest/gtest.h>
+#include "support/Test.h"
 
 #include <vector>
 

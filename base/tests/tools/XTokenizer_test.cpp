@@ -1,9 +1,7 @@
 // XTokenizer_test.cpp: views into the caller's text, quoted stretches, cursor and token classes.
 #include "orv/XTokenizer.h"
 
-#include "support/QtPrinters.h"
-
-#include <gtest/gtest.h>
+#include "support/Test.h"
 
 #include <QtCore/QStringList>
 

@@ -2,13 +2,9 @@
 // QCryptographicHash, cancelling from another thread, and every failure the caller sees.
 #include "orv/CheckSum.h"
 
-#include "support/LoggedLines.h"
-#include "support/TempFiles.h"
+#include "support/Test.h"
 
 #include <QtCore/QCryptographicHash>
-#include <QtCore/QTemporaryDir>
-
-#include <gtest/gtest.h>
 
 #include <chrono>
 #include <memory>
@@ -19,17 +15,6 @@ using ALGO = CheckSum::ALGO;
 using ERR = CheckSum::ERR;
 
 namespace {
-
-// Differs from block to block, so that a skipped or repeated block shows.
-QByteArray generated(int len) {
-    QByteArray bytes(len, Qt::Uninitialized);
-    quint32 x = 0x9e3779b9u;
-    for (int i = 0; i < len; ++i) {
-        x = x * 1664525u + 1013904223u;
-        bytes[i] = static_cast<char>(x >> 24);
-    }
-    return bytes;
-}
 
 QCryptographicHash::Algorithm qtAlgo(ALGO algo) {
     return algo == ALGO::SHA1     ? QCryptographicHash::Sha1
@@ -71,7 +56,7 @@ TEST(CheckSum, GivesThePublishedDigestsOfAbc) {
 TEST(CheckSum, MappedAndOneShotAgreeWithQtOnEmptyBlockSizedAndLongFiles) {
     QTemporaryDir dir;
     for (int len : {0, 1, 0x10000 - 1, 0x10000, 0x10000 + 1, 5 * 0x10000 + 123}) {
-        QByteArray const bytes = generated(len);
+        QByteArray const bytes = orv::test::patternedBytes(len);
         QString const path = orv::test::writeFile(dir, QString("f%1").arg(len), bytes);
         for (ALGO algo : {ALGO::MD5, ALGO::SHA1, ALGO::SHA256}) {
             SCOPED_TRACE(testing::Message() << len << " " << static_cast<int>(algo));
@@ -188,7 +173,8 @@ TEST(CheckSum, UndefinedAlgorithmIsRefusedAndUnknownOneBecomesMd5) {
 
 TEST(CheckSum, ClearingRunFromAnotherThreadCancelsBetweenBlocks) {
     QTemporaryDir dir;
-    QString const path = orv::test::writeFile(dir, "big.bin", generated(40 * 0x10000));
+    QString const path =
+        orv::test::writeFile(dir, "big.bin", orv::test::patternedBytes(40 * 0x10000));
     CheckSum sum(QFileInfo(path), ALGO::SHA256);
     orv::XAtomic<bool> run;
     orv::XAtomic<int> percent;

@@ -1,30 +1,16 @@
 // MD5_test.cpp: the RFC 1321 vectors, agreement with the system's md5sum, text forms, comparisons.
 #include "orv/MD5.h"
 
-#include "support/TempFiles.h"
+#include "support/Test.h"
 
 #include <QtCore/QFile>
 #include <QtCore/QProcess>
-#include <QtCore/QTemporaryDir>
-
-#include <gtest/gtest.h>
 
 #include <map>
 
 using orv::MD5;
 
 namespace {
-
-// Bytes that differ from block to block, so that a misplaced block shows.
-QByteArray generated(int len) {
-    QByteArray bytes(len, Qt::Uninitialized);
-    quint32 x = 0x12345678u + static_cast<quint32>(len);
-    for (int i = 0; i < len; ++i) {
-        x = x * 1103515245u + 12345u;
-        bytes[i] = static_cast<char>(x >> 23);
-    }
-    return bytes;
-}
 
 // Feeds bytes in pieces of 1, 5, 63, 64, 65, 200, 4099 bytes, round and round.
 QString digestInPieces(QByteArray const &bytes) {
@@ -83,7 +69,7 @@ TEST(MD5, AgreesWithMd5sumOnEveryLengthUpTo300AndOnSomeMebibytes) {
     ASSERT_TRUE(dir.isValid());
     std::map<QString, QByteArray> inputs;
     for (int len = 0; len <= 301; ++len) {
-        QByteArray const bytes = generated(len <= 300 ? len : 3 * 1024 * 1024 + 17);
+        QByteArray const bytes = orv::test::patternedBytes(len <= 300 ? len : 3 * 1024 * 1024 + 17);
         inputs[orv::test::writeFile(dir, QString::number(len), bytes)] = bytes;
     }
     QStringList paths;
@@ -106,7 +92,7 @@ TEST(MD5, AgreesWithMd5sumOnEveryLengthUpTo300AndOnSomeMebibytes) {
     }
 }
 
-TEST(MD5, UnfinishedDigestHasNoTextAndComparesNeitherEqualNorUnequal) {
+TEST(MD5, UnfinishedDigestHasNoTextAndComparesNeitherEqualNorUnequalWhileFinishedOnesCompareBytes) {
     MD5 a, b;
     EXPECT_EQ(a.toString(), "MD5-NOT-FINALIZED");
     EXPECT_EQ(a.hexdigest(false, true), "MD5-NOT-FINALIZED");
@@ -118,16 +104,14 @@ TEST(MD5, UnfinishedDigestHasNoTextAndComparesNeitherEqualNorUnequal) {
     b.setInvalid();
     EXPECT_TRUE(a == b);
     EXPECT_EQ(a.getDigest(), QByteArray(16, '\0'));
-}
-
-TEST(MD5, ComparesFinishedDigestsByTheirBytes) {
+    // Finished digests compare by their bytes; the other side need not be finished.
     MD5 const abc(QString("abc")), abc2(QString("abc")), abd(QString("abd"));
     EXPECT_TRUE(abc == abc2);
     EXPECT_TRUE(abc.isSame(abc2));
     EXPECT_FALSE(abc != abc2);
     EXPECT_FALSE(abc == abd);
     EXPECT_TRUE(abc != abd);
-    EXPECT_FALSE(abc == MD5()); // the other side need not be finished
+    EXPECT_FALSE(abc == MD5());
 }
 
 TEST(MD5, WritesEveryTextForm) {

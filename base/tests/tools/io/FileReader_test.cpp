@@ -1,11 +1,7 @@
 // FileReader_test.cpp: typed round trips with FileWriter, lines, seeks and bad input.
 #include "orv/XFile.h"
 
-#include "support/TempFiles.h"
-
-#include <QtCore/QTemporaryDir>
-
-#include <gtest/gtest.h>
+#include "support/Test.h"
 
 #include <climits>
 #include <cstring>
@@ -71,9 +67,7 @@ TEST_F(FileReaderTest, ReadsBackEveryValueTypeIncludingExtremes) {
         out.writeChar(0);
     }
     EXPECT_EQ(FileReader(name).readString(), QString("Grüße"));
-}
-
-TEST_F(FileReaderTest, BoolIsTrueOnlyForAByteOf1) {
+    // A bool is true only for a byte of 1.
     FileReader in(fileWith(QByteArray("\x01\x02\x00\xff", 4)));
     for (bool expected : {true, false, false, false})
         EXPECT_EQ(in.readBool(), expected);

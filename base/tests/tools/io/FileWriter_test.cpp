@@ -1,12 +1,9 @@
 // FileWriter_test.cpp: byte layout, truncation, whole-array writes and a file shared by threads.
 #include "orv/XFile.h"
 
+#include "support/Test.h"
+
 #include <QtCore/QFile>
-#include <QtCore/QTemporaryDir>
-
-#include "support/TempFiles.h"
-
-#include <gtest/gtest.h>
 
 #include <cstring>
 #include <thread>
@@ -14,11 +11,7 @@
 using orv::FileReader;
 using orv::FileWriter;
 
-namespace {
-
 using orv::test::readFile;
-
-} // namespace
 
 TEST(FileWriter, WritesRawValuesInHostOrder) {
     QTemporaryDir dir;

@@ -1,16 +1,15 @@
 // XFile_test.cpp: the UTF-8 text writer, temporary names and the file and folder helpers.
 #include "orv/XFile.h"
 
+#include "support/Test.h"
+
 #include <QtCore/QDir>
 #include <QtCore/QFile>
 #include <QtCore/QStandardPaths>
-#include <QtCore/QTemporaryDir>
-
-#include <gtest/gtest.h>
 
 using orv::XFile;
 
-TEST(XFile, WritesUtf8LinesEndingInLfToANameWithAccents) {
+TEST(XFile, WritesUtf8LinesEndingInLfToANameWithAccentsAndOnlyInWriteMode) {
     QTemporaryDir dir;
     QString const name = dir.filePath("café.txt");
     {
@@ -21,17 +20,12 @@ TEST(XFile, WritesUtf8LinesEndingInLfToANameWithAccents) {
         EXPECT_TRUE(file.write_cstring("end"));
         EXPECT_FALSE(file.write_cstring("")); // nothing written
     }
-    QFile back(name);
-    ASSERT_TRUE(back.open(QIODevice::ReadOnly));
-    EXPECT_EQ(back.readAll(), QString("Grüße\nend").toUtf8());
-}
-
-TEST(XFile, OtherModesOpenNothing) {
-    QTemporaryDir dir;
-    QString const name = dir.filePath("never.txt");
+    EXPECT_EQ(orv::test::readFile(name), QString("Grüße\nend").toUtf8());
+    // Other modes open nothing, and neither does a missing folder.
+    QString const never = dir.filePath("never.txt");
     for (XFile::MODE mode : {XFile::CLOSED, XFile::READ})
-        EXPECT_FALSE(static_cast<bool>(XFile(name, mode)));
-    EXPECT_FALSE(QFile::exists(name));
+        EXPECT_FALSE(static_cast<bool>(XFile(never, mode)));
+    EXPECT_FALSE(QFile::exists(never));
     EXPECT_FALSE(static_cast<bool>(XFile(dir.filePath("no/dir/x.txt"), XFile::WRITE)));
 }
 
@@ -43,9 +37,7 @@ TEST(XFile, RandomLinesAreCapitalsNumberedFromOne) {
             XFile file(name, XFile::WRITE);
             EXPECT_TRUE(file.write_random_line(12, 3, numbered));
         }
-        QFile back(name);
-        ASSERT_TRUE(back.open(QIODevice::ReadOnly));
-        QList<QByteArray> lines = back.readAll().split('\n');
+        QList<QByteArray> lines = orv::test::readFile(name).split('\n');
         ASSERT_EQ(lines.size(), 4);
         EXPECT_TRUE(lines.takeLast().isEmpty()); // every line ends in LF
         for (int i = 0; i < lines.size(); ++i) {

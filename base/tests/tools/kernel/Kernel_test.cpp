@@ -7,12 +7,7 @@
 #include "orv/XThread.h"
 #include "orv/XThreadPool.h"
 
-#include "support/CapturingAppender.h"
-#include "support/EventPump.h"
-#include "support/LoggedLines.h"
-#include "support/QtPrinters.h"
-
-#include <gtest/gtest.h>
+#include "support/Test.h"
 
 #include <QtCore/QTimer>
 
@@ -54,8 +49,7 @@ TEST(Kernel, EmptyFunctionOnEveryHandOverIsLoggedAndNothingRuns) {
          "XFunctionRunner::run, function == null"},
     };
     for (Row const &row : rows)
-        EXPECT_EQ(test::linesLoggedBy(row.handOver, ERROR), std::vector<QString>{row.line})
-            << row.name;
+        EXPECT_EQ(test::linesLoggedBy(row.handOver, ERROR), test::Lines{row.line}) << row.name;
     // A delayed empty function would have thrown inside the event loop by now.
     test::pumpEventsUntil([] { return false; }, 50);
 }
@@ -94,11 +88,11 @@ TEST(KernelEvents, TellsKernelEventsByType) {
         int type;
         bool kernel, generic, lambda;
     } const rows[] = {
+        // clang-format off
         {KernelEvents::EV_TYPE_GENERIC, true, true, false},
-        {KernelEvents::EV_TYPE_LAMBDA, true, false, true},
-        {QEvent::User, false, false, false},
+        {KernelEvents::EV_TYPE_LAMBDA, true, false, true}, {QEvent::User, false, false, false},
         {9001, false, false, false},
-    };
+    }; // clang-format on
     for (Row const &row : rows) {
         QEvent event(static_cast<QEvent::Type>(row.type));
         EXPECT_EQ(KernelEvents::is_kernel_event(&event), row.kernel) << row.type;
@@ -128,38 +122,27 @@ TEST(KernelEvents, NotifyRunsAKernelEventBeforeTheReceiverAndPassesOthers) {
     EXPECT_EQ(runs, 1);
 }
 
-TEST(KernelEvents, EmptyFunctionIsLoggedAndDebugTracesTheDelivery) {
-    test::CapturingAppender &log = test::startCapturingLogger();
-    static int round = 0; // markers stay unique when the test repeats
-    QString const begin = QStringLiteral("kernel events, round %1").arg(++round);
-    QString const end = QStringLiteral("end of ") + begin;
-    ppDebug(begin);
-    XLambda_GUI_Event empty{std::function<void()>()};
-    QObject receiver;
-    QCoreApplication::sendEvent(&receiver, &empty);
-    Kernel::set_debug_kernel_events(true);
+TEST(KernelEvents, EmptyEventIsLoggedAndDebugTracesTheDelivery) {
     bool ran = false;
-    std::thread([&] { Kernel::runInGui([&] { ran = true; }, 0); }).join();
-    EXPECT_TRUE(test::pumpEventsUntil([&] { return ran; }, 30000));
-    Kernel::set_debug_kernel_events(false);
-    ppDebug(end);
-    ASSERT_TRUE(log.waitForText(end));
-    using Line = std::pair<unsigned int, std::string>; // space, text
-    std::vector<Line> lines;
-    for (test::CapturedLine const &line : log.takenFrom(begin))
-        if (line.text != begin && line.text != end)
-            lines.emplace_back(line.space, line.text.toStdString());
-        else if (line.text == end)
-            break;
-    std::vector<Line> const expected{
-        {0, "XLamdaGUIEvent::runMethod functionGUI == null"},
-        {0, "XLamdaGUIEvent::XLambda_GUI_Event, msWait:0"},
-        {0, "Kernel::filterOrvEvents - XKernelEvent"},
-        {4, "Kernel::filterOrvEvents - XKernelEvent"},
-        {0, "XLamdaGUIEvent::runMethod, msWait:0"},
-        {0, "XLamdaGUIEvent::~runMethod"},
-    };
-    EXPECT_EQ(lines, expected);
+    std::vector<test::CapturedLine> const lines = test::capturedBy([&] {
+        XLambda_GUI_Event empty{std::function<void()>()};
+        QObject receiver;
+        QCoreApplication::sendEvent(&receiver, &empty);
+        Kernel::set_debug_kernel_events(true);
+        std::thread([&] { Kernel::runInGui([&] { ran = true; }, 0); }).join();
+        EXPECT_TRUE(test::pumpEventsUntil([&] { return ran; }, 30000));
+        Kernel::set_debug_kernel_events(false);
+    });
+    std::vector<std::pair<unsigned int, QString>> shown; // indentation, text
+    for (test::CapturedLine const &line : lines)
+        shown.emplace_back(line.space, line.text);
+    EXPECT_EQ(shown, (std::vector<std::pair<unsigned int, QString>>{
+                         {0, "XLamdaGUIEvent::runMethod functionGUI == null"},
+                         {0, "XLamdaGUIEvent::XLambda_GUI_Event, msWait:0"},
+                         {0, "Kernel::filterOrvEvents - XKernelEvent"},
+                         {4, "Kernel::filterOrvEvents - XKernelEvent"},
+                         {0, "XLamdaGUIEvent::runMethod, msWait:0"},
+                         {0, "XLamdaGUIEvent::~runMethod"}}));
 }
 
 TEST(Kernel, MovedBlocksReachTheMainThreadWithoutACopy) {

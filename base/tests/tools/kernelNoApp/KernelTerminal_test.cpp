@@ -4,7 +4,7 @@
 #include "orv/Kernel.h"
 #include "orv/XThread.h"
 
-#include <gtest/gtest.h>
+#include "support/Test.h"
 
 #include <QtCore/QCoreApplication>
 

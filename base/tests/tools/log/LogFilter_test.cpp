@@ -2,41 +2,30 @@
 #include "orv/LogFilter.h"
 #include "orv/LogMessage.h"
 
-#include "support/QtPrinters.h"
-
-#include <gtest/gtest.h>
+#include "support/Test.h"
 
 #include <memory>
 
 using namespace orv;
 
-TEST(LogFilterString, MatchesSubstringWithCaseAndNegation) {
-    struct Row {
-        char const *filter;
-        bool ignoreCase;
-        bool negated;
-        char const *text;
-        bool expected;
-    } const rows[] = {
+TEST(LogFilterString, MatchesSubstringWithCaseAndNegationAndDescribesItself) {
+    // filter, ignore case, negated, text, match
+    std::tuple<char const *, bool, bool, char const *, bool> const rows[] = {
         {"abc", true, false, "xABCx", true},  {"abc", false, false, "xABCx", false},
         {"x", false, true, "abc", true},      {"x", false, true, "axc", false},
         {"", false, false, "anything", true}, {"", false, true, "anything", false},
         {"ABC", true, true, "xabcx", false},
     };
-    for (Row const &row : rows) {
-        LogFilterString filter(row.filter, row.ignoreCase, row.negated);
-        LogMessageString msg{QString(row.text)};
-        EXPECT_EQ(filter.matchLogMessage(&msg), row.expected)
-            << row.filter << " in " << row.text << " case:" << row.ignoreCase;
+    for (auto [filter, ignoreCase, negated, text, expected] : rows) {
+        LogMessageString msg{QString(text)};
+        EXPECT_EQ(LogFilterString(filter, ignoreCase, negated).matchLogMessage(&msg), expected)
+            << filter << " in " << text << " case:" << ignoreCase;
     }
     EXPECT_FALSE(LogFilterString("a", false, true).matchLogMessage(nullptr));
-}
-
-TEST(LogFilterString, DescribesItself) {
     EXPECT_EQ(LogFilterString("err", true, false).toString(), "isIgnoreCase:true, filter 'err'");
-    LogFilterString filter; // case matters and nothing is negated by default
-    EXPECT_FALSE(filter.isNegated());
-    EXPECT_EQ(filter.toString(), "isIgnoreCase:false, filter ''");
+    LogFilterString byDefault; // case matters and nothing is negated
+    EXPECT_FALSE(byDefault.isNegated());
+    EXPECT_EQ(byDefault.toString(), "isIgnoreCase:false, filter ''");
 }
 
 TEST(LogFilterList, AllFiltersMustMatchAndRemoveTakesTheSameObject) {
@@ -60,7 +49,6 @@ TEST(LogFilterList, AllFiltersMustMatchAndRemoveTakesTheSameObject) {
 }
 
 TEST(LogFilterListDeathTest, NullMessageIsFatal) {
-    GTEST_FLAG_SET(death_test_style, "threadsafe");
     LogFilterList list;
-    EXPECT_EXIT(list.matchLogMessage(nullptr), testing::ExitedWithCode(1), "");
+    test::expectFatal([&] { list.matchLogMessage(nullptr); }, "^nullptr:lm == NULL\n");
 }

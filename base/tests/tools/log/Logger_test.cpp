@@ -1,63 +1,46 @@
-// Logger_test.cpp: console output, the main-thread id, messages, the logger thread with
-// its numbering, masks and start-up options, the header, rotation and quit.
+// Logger_test.cpp: console output, the main-thread id, the logger thread with its
+// numbering, masks and start-up options, the header, rotation, quit, and the fatal end
+// of a null message.
 //
 // The logger starts once per process: tests in this process share the capturing logger
 // of startCapturingLogger(); tests that start it their own way, or quit it, run in a
 // fresh process of their own.
 #include "orv/Appender.h"
 #include "orv/CommandLine.h"
-#include "orv/EnvVariables.h"
 #include "orv/Log.h"
 #include "orv/LogAttachment.h"
 #include "orv/OrvVersion.h"
 #include "orv/XCalendarUTC.h"
 
-#include "support/CapturingAppender.h"
-#include "support/ConsoleCapture.h"
-#include "support/QtPrinters.h"
-
-#include <gtest/gtest.h>
+#include "support/Test.h"
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QDir>
-#include <QtCore/QFile>
 #include <QtCore/QRegularExpression>
-#include <QtCore/QTemporaryDir>
 #include <QtCore/QTextCodec>
 #include <QtCore/QThread>
 
 #include <cstdio>
-#include <cstdlib>
 #include <functional>
-#include <memory>
-#include <string>
 #include <thread>
-#include <unistd.h>
-#include <vector>
 
 using namespace orv;
 using test::coutWithoutTrailers;
 
 namespace {
 
-// Runs body in a fresh process; body adds what went wrong to failures (see CHECK).
-void inFreshProcess(std::function<void(QStringList &failures)> body) {
+// Runs body in a fresh process, which ends with status 1 when a check failed; the
+// child's failure messages reach the death test's output.
+void inFreshProcess(std::function<void()> body) {
     GTEST_FLAG_SET(death_test_style, "threadsafe");
     EXPECT_EXIT(
         {
-            QStringList failures;
-            body(failures);
-            std::fprintf(stderr, "%s\n", qPrintable(failures.join('\n')));
-            std::exit(failures.isEmpty() ? 0 : 1);
+            ::dup2(2, 1);
+            body();
+            std::exit(testing::Test::HasFailure() ? 1 : 0);
         },
         testing::ExitedWithCode(0), "");
 }
-
-#define CHECK(condition, ...)                                                                      \
-    do {                                                                                           \
-        if (!(condition))                                                                          \
-            failures << (QStringLiteral(#condition " ") + xprintF(__VA_ARGS__));                   \
-    } while (false)
 
 CommandLine commandLine(QString const &line) {
     CommandLine cmd;
@@ -72,10 +55,7 @@ bool iniToFile(QTemporaryDir const &dir, QString const &options) {
 }
 
 QStringList fileLines(QString const &path) {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        return {};
-    return QString::fromLatin1(file.readAll()).split('\n', Qt::SkipEmptyParts);
+    return QString::fromLatin1(test::readFile(path)).split('\n', Qt::SkipEmptyParts);
 }
 
 // "[000012] [INFO#] [..] [tid] text" -> 12 and text; -1 for another form.
@@ -90,43 +70,21 @@ long long numberOf(QString const &line, QString *text = nullptr) {
     return match.captured(1).toLongLong();
 }
 
-// The shared capture also holds the lines of earlier tests and of earlier repeats of this
-// one: a test reads what came after a start line of its own, up to its end line.
-size_t startOfNewLines() {
-    test::CapturingAppender &log = test::startCapturingLogger();
-    static int starts = 0;
-    QString const start = xprintF("start $", ++starts);
-    ppError(start);
-    EXPECT_TRUE(log.waitForText(start));
-    return log.taken().size();
-}
-
-std::vector<test::CapturedLine> newLinesUntil(size_t start, QString const &end) {
-    test::CapturingAppender &log = test::startCapturingLogger();
-    for (size_t count = start + 1; log.waitForCount(count); ++count) {
-        std::vector<test::CapturedLine> const all = log.taken();
-        if (all[count - 1].text == end)
-            return {all.begin() + static_cast<long>(start), all.begin() + static_cast<long>(count)};
-    }
-    return {};
-}
-
 } // namespace
 
-TEST(Logger, PrintToCoutWritesOneLinePerCall) {
+TEST(Logger, PrintToCoutWritesOneWholeLinePerCallFromAnyThread) {
     // The local 8-bit encoding comes from the environment: pin it.
     QTextCodec *const locale = QTextCodec::codecForLocale();
     QTextCodec::setCodecForLocale(QTextCodec::codecForName("UTF-8"));
     char const *nullText = nullptr;
-    EXPECT_EQ(coutWithoutTrailers([] { Logger::printToCout("hello"); }), "hello\n");
-    EXPECT_EQ(coutWithoutTrailers([&] { Logger::printToCout(nullText); }), "ppCout(nullptr)\n");
-    EXPECT_EQ(coutWithoutTrailers([] { Logger::printToCout(QString()); }), "\n");
-    EXPECT_EQ(coutWithoutTrailers([] { Logger::printToCout(QString::fromUtf8("gr\xC3\xBC $")); }),
-              "gr\xC3\xBC $\n");
+    EXPECT_EQ(coutWithoutTrailers([&] {
+                  Logger::printToCout("hello");
+                  Logger::printToCout(nullText);
+                  Logger::printToCout(QString());
+                  Logger::printToCout(QString::fromUtf8("gr\xC3\xBC $"));
+              }),
+              "hello\nppCout(nullptr)\n\ngr\xC3\xBC $\n");
     QTextCodec::setCodecForLocale(locale);
-}
-
-TEST(Logger, PrintToCoutKeepsLinesOfConcurrentThreadsWhole) {
     std::string const out = coutWithoutTrailers([] {
         std::vector<std::thread> threads;
         for (int t = 0; t < 4; ++t)
@@ -158,110 +116,45 @@ TEST(Logger, MainThreadIsTheTestsMainThreadOnly) {
     EXPECT_NE(msg->getThreadID(), Logger::getThreadIDMain());
 }
 
-TEST(Logger, MessageSizeCountsTwoBytesPerCharacterAndTheAttachment) {
-    EXPECT_EQ(LogMessageString(QString("abc")).getSize(), 48u);
-    EXPECT_EQ(LogMessageString("a$c", 'b').getSize(), 48u);
-    EXPECT_EQ(LogMessageString().getSize(), 42u);
-    EXPECT_EQ(LogMessageString("$", nullptr).toString(), "nullptr");
-    LogMessageString msg("m");
-    msg.attach(new LogAttachment(QByteArray(10, 'x')));
-    EXPECT_EQ(msg.getSize(), 32u + 10u + 10u + 2u);
-}
-
-TEST(Logger, MessageLevelWordCarriesTheLibraryIdAndCopiesTakeAll) {
-    LogMessageString msg("m");
-    EXPECT_EQ(msg.getLogLevel(), unsigned(DEBUG));
-    msg.setLogLevel(ERROR | TEST);
-    EXPECT_EQ(msg.getLogLevel(), 0x640044u);
-    EXPECT_EQ(msg.getLibIdentifier(), 100u);
-    EXPECT_TRUE(msg.isError() && msg.isTest());
-    EXPECT_FALSE(msg.isFatal() || msg.isDebug() || msg.isQuitMessage());
-
-    msg.setSpace(4);
-    msg.setNumber(17);
-    msg.attach(new LogAttachment(QByteArray(10, 'x')));
-    std::unique_ptr<LogMessage> copy(msg.createCopy());
-    EXPECT_EQ(copy->toString(), "m");
-    EXPECT_EQ(copy->getLogLevel(), 0x640044u);
-    EXPECT_EQ(copy->getSpace(), 4u);
-    EXPECT_EQ(copy->getNumber(), 17u);
-    EXPECT_EQ(copy->getTime().getMicroseconds(), msg.getTime().getMicroseconds());
-    // The copy takes the attachment over.
-    EXPECT_FALSE(msg.hasAttachment());
-    ASSERT_TRUE(copy->hasAttachment());
-    std::unique_ptr<LogAttachment> taken(copy->detach());
-    EXPECT_EQ(taken->length(), 10u);
-    EXPECT_FALSE(copy->hasAttachment());
-
-    LogMessageString other("o");
-    other.assign(&msg);
-    EXPECT_EQ(other.getLogLevel(), 0x640044u);
-    EXPECT_EQ(other.getNumber(), 17u);
-    EXPECT_EQ(other.toString(), "o");
-
-    std::unique_ptr<LogMessage> quit(LogMessageQuit().createCopy());
-    EXPECT_TRUE(quit->isQuitMessage());
-    EXPECT_EQ(quit->toString(), "QUIT");
-}
-
 TEST(Logger, NothingIsWrittenBeforeIniNorStartedByABadRotateValue) {
-    inFreshProcess([](QStringList &failures) {
-        CHECK(!Logger::isRunning(), "");
+    inFreshProcess([] {
+        EXPECT_FALSE(Logger::isRunning());
+        // One call of each form of the log functions.
         std::string const out = coutWithoutTrailers([] {
+            char const *nullFormat = nullptr;
             ppDebug(0, "x");
             ppDebug("a $ b");
-            ppDebug(4u, "v=$", 1);
             ppFatal("f $", 1.5);
             ppError(2, "e $ $", "s", QString("q"));
-            ppWarning("w");
             ppInfo(QString("plain $"));
             ppTest(3, QString("indented"));
-            ppCommand("c");
-            ppRequest(1, "r");
             ppResponse("r $", nullptr);
-            ppEvent(0L, "e");
-            ppState("s $", true);
-            ppDestruct(8ULL, "d");
-            char const *nullFormat = nullptr;
             ppInfo(nullFormat, 1);
             ppLog(WARN, 2, "x $", 1);
             ppLog(INFO, 0, QString("y"));
         });
-        CHECK(out.empty(), "$", QString::fromStdString(out));
-        CHECK(!Logger::isInitialized(), "");
+        EXPECT_EQ(out, "");
+        EXPECT_FALSE(Logger::isInitialized());
         QTemporaryDir dir;
-        CHECK(!iniToFile(dir, "--logFile app --logRotate weekly"), "");
-        CHECK(!Logger::isRunning() && !Logger::isReady(), "");
-        CHECK(QDir(dir.path()).entryList(QDir::Files).isEmpty(), "");
+        EXPECT_FALSE(iniToFile(dir, "--logFile app --logRotate weekly"));
+        EXPECT_FALSE(Logger::isRunning() || Logger::isReady());
+        EXPECT_EQ(QDir(dir.path()).entryList(QDir::Files), QStringList());
     });
 }
 
-TEST(Logger, VirtualMachineIsDeclaredByOrvvm) {
-    QByteArray const saved = qgetenv("ORVVM");
-    struct Row {
-        char const *value;
-        bool expected;
-    } const rows[] = {{"ON", true}, {"1", true}, {"\"true\"", true}, {"yes", false}, {"", false}};
-    for (Row const &row : rows) {
-        qputenv("ORVVM", row.value);
-        EXPECT_EQ(is_running_inside_VM(), row.expected) << row.value;
-    }
-    qputenv("ORVVM", saved);
-}
-
 TEST(Logger, MaskDropsMessagesWithoutTakingANumber) {
-    size_t const start = startOfNewLines();
     unsigned int const saved = Logger::getLogLevel();
-    Logger::setLogLevel(ERROR | INFO);
-    ppInfo("mask-first");
-    ppDebug("mask-dropped");
-    ppInfo("mask-second");
-    Logger::setLogLevel(0);
-    EXPECT_FALSE(Logger::getLogger().isLogLevelMatching(FATAL));
-    ppFatal("mask-zero");
-    Logger::setLogLevel(saved);
-    ppInfo("mask-end");
-    std::vector<test::CapturedLine> const lines = newLinesUntil(start, "mask-end");
+    std::vector<test::CapturedLine> const lines = test::capturedBy([&] {
+        Logger::setLogLevel(ERROR | INFO);
+        ppInfo("mask-first");
+        ppDebug("mask-dropped");
+        ppInfo("mask-second");
+        Logger::setLogLevel(0);
+        EXPECT_FALSE(Logger::getLogger().isLogLevelMatching(FATAL));
+        ppFatal("mask-zero");
+        Logger::setLogLevel(saved);
+        ppInfo("mask-end");
+    });
     ASSERT_EQ(lines.size(), 3u);
     EXPECT_EQ(lines[1].text, "mask-second");
     EXPECT_EQ(lines[1].number, lines[0].number + 1);
@@ -270,33 +163,29 @@ TEST(Logger, MaskDropsMessagesWithoutTakingANumber) {
 }
 
 TEST(Logger, DebugScopeWidensTheMaskAndMarksItsContext) {
-    size_t const start = startOfNewLines();
     unsigned int const saved = Logger::getLogLevel();
-    Logger::setLogLevel(ERROR);
-    ppError("scope-start");
-    {
-        RESOURCE_LOGGER_DEBUG scope("parse");
-        EXPECT_EQ(Logger::getLogLevel(), DEFAULT_LOG_MASK);
-        ppDebug("scope-inside");
-    }
-    EXPECT_EQ(Logger::getLogLevel(), unsigned(ERROR));
-    ppDebug("scope-dropped");
-    ppError("scope-end");
-    Logger::setLogLevel(saved);
-    QStringList texts;
-    for (test::CapturedLine const &line : newLinesUntil(start, "scope-end"))
-        texts << line.text;
-    EXPECT_EQ(texts, QStringList({"scope-start", "DEBUG-CONTEXT: <<< parse >>>", "scope-inside",
-                                  "DEBUG-CONTEXT: <<< ~parse >>>", "scope-end"}));
+    std::vector<QString> const texts = test::linesLoggedBy([&] {
+        Logger::setLogLevel(ERROR);
+        ppError("scope-start");
+        {
+            RESOURCE_LOGGER_DEBUG scope("parse");
+            EXPECT_EQ(Logger::getLogLevel(), DEFAULT_LOG_MASK);
+            ppDebug("scope-inside");
+        }
+        EXPECT_EQ(Logger::getLogLevel(), unsigned(ERROR));
+        ppDebug("scope-dropped");
+        Logger::setLogLevel(saved);
+    });
+    EXPECT_EQ(texts, (std::vector<QString>{"scope-start", "DEBUG-CONTEXT: <<< parse >>>",
+                                           "scope-inside", "DEBUG-CONTEXT: <<< ~parse >>>"}));
 }
 
 TEST(Logger, DebugFormatsPrintfStyleAndCutsAt4096) {
-    size_t const start = startOfNewLines();
-    Logger::debug(4, "debug-n=%d %s", 5, "x");
-    Logger::debug("%s", std::string(5000, 'a').c_str());
-    Logger::debug("debug-end");
-    std::vector<test::CapturedLine> const lines = newLinesUntil(start, "debug-end");
-    ASSERT_EQ(lines.size(), 3u);
+    std::vector<test::CapturedLine> const lines = test::capturedBy([] {
+        Logger::debug(4, "debug-n=%d %s", 5, "x");
+        Logger::debug("%s", std::string(5000, 'a').c_str());
+    });
+    ASSERT_EQ(lines.size(), 2u);
     EXPECT_EQ(lines[0].text, "    debug-n=5 x");
     EXPECT_EQ(lines[0].level, 0x640020u);
     EXPECT_EQ(lines[0].space, 0u);
@@ -329,7 +218,7 @@ TEST(Logger, SecondIniSaysSoAndKeepsTheLogger) {
 }
 
 TEST(Logger, AppendersAreAddedAndRemovedWhileMessagesFlow) {
-    size_t const start = startOfNewLines();
+    test::startCapturingLogger();
     Logger &logger = Logger::getLogger();
     AppenderLimitMemory memory(0, 1000, 0);
     std::atomic<bool> stop{false};
@@ -345,14 +234,15 @@ TEST(Logger, AppendersAreAddedAndRemovedWhileMessagesFlow) {
     logger.addAppender(&memory);
     stop.store(true);
     writer.join();
-    ppError("flow-end");
-    ASSERT_FALSE(newLinesUntil(start, "flow-end").empty());
+    test::capturedBy([] { ppError("flow-end"); }); // through the appenders
     ASSERT_EQ(logger.getAppenderLimitMemory(), &memory);
-    EXPECT_EQ(memory.getLogMessages().last()->toString(), "flow-end");
-    EXPECT_EQ(memory.getLogErrorMessages().size(), 1);
+    ASSERT_EQ(memory.getLogErrorMessages().size(), 1);
+    EXPECT_EQ(memory.getLogErrorMessages().last()->toString(), "flow-end");
     EXPECT_TRUE(logger.removeAppender(&memory));
 }
 
+// The one run of the null-pointer handler's wait and exit; the other null checks use
+// the quick test::expectFatal. The place is the logger's own, fixed one.
 TEST(LoggerDeathTest, NullMessageIsFatalAtTheLoggersPlace) {
     GTEST_FLAG_SET(death_test_style, "threadsafe");
     EXPECT_EXIT(
@@ -360,16 +250,17 @@ TEST(LoggerDeathTest, NullMessageIsFatalAtTheLoggersPlace) {
             ::dup2(2, 1);
             Logger::log(nullptr, INFO, 0);
         },
-        testing::ExitedWithCode(1), "^nullptr:msg == NULL\nLogger\nLINE:742\n");
+        testing::ExitedWithCode(1),
+        "^nullptr:msg == NULL\nLogger\nLINE:742\nprogram will exit in 5 sec\n$");
 }
 
 TEST(Logger, ConsoleOptionsReachEveryMessageAndLogMemShowsTheBlock) {
-    inFreshProcess([](QStringList &failures) {
+    inFreshProcess([] {
         bool const started =
             Logger::ini(commandLine("x --logTrailler false"), nullptr, DEFAULT_LOG_MASK);
         Logger &logger = Logger::getLogger();
-        CHECK(started && logger.hasAppenderConsole() && !logger.hasAppenderFile(), "");
-        CHECK(!Logger::isIncludeTraillerConsole() && logger.IsConsoleAppenderEnabled(), "");
+        EXPECT_TRUE(started && logger.hasAppenderConsole() && !logger.hasAppenderFile());
+        EXPECT_TRUE(!Logger::isIncludeTraillerConsole() && logger.IsConsoleAppenderEnabled());
         XMemFile kept(QByteArray("payload"));
         XMemFile taken(QByteArray("payload"));
         XMemFile empty;
@@ -392,13 +283,13 @@ TEST(Logger, ConsoleOptionsReachEveryMessageAndLogMemShowsTheBlock) {
         QRegularExpression const tail(
             "(^|\n)\\{mem:1\\}copied\n\\{mem:1\\}taken\n\\{mem:0\\}nothing\n    caf\xC3\xA9 1\n"
             R"(\[\d{6}\] \[INFO#\] \[.*\] \[000000\] shown\n$)");
-        CHECK(QString::fromUtf8(out.c_str()).contains(tail), "$", QString::fromStdString(out));
-        CHECK(out.find("hidden") == std::string::npos && kept.size() == 7 && taken.isEmpty(), "");
+        EXPECT_TRUE(QString::fromUtf8(out.c_str()).contains(tail)) << out;
+        EXPECT_TRUE(out.find("hidden") == std::string::npos && kept.size() == 7 && taken.isEmpty());
     });
 }
 
 TEST(Logger, HeaderOpensTheLogAndRegressionNumbersFromZero) {
-    inFreshProcess([](QStringList &failures) {
+    inFreshProcess([] {
         QTemporaryDir dir;
         qputenv("ORVVM", "on");
         XAdditionalLibInfos::addLibInfo("lib:geo 2.1", true);
@@ -406,21 +297,20 @@ TEST(Logger, HeaderOpensTheLogAndRegressionNumbersFromZero) {
         bool const started = iniToFile(dir, "--logFile app.txt");
         // Lines join the header until the first message is accepted.
         Logger::addHeaderString("header-extra");
-        CHECK(started && Logger::isRunning() && Logger::isReady(), "");
-        CHECK(Logger::getLogger().hasAppenderFile() && !Logger::getLogger().hasAppenderConsole(),
-              "");
+        EXPECT_TRUE(started && Logger::isRunning() && Logger::isReady());
+        EXPECT_TRUE(Logger::getLogger().hasAppenderFile() &&
+                    !Logger::getLogger().hasAppenderConsole());
         ppInfo("first");
         Logger::addHeaderString("header-late");
         ppInfo("second");
         Logger::getLogger().getAppenderLimitMemory();
         QStringList const lines = fileLines(dir.filePath("app.txt"));
         QStringList texts;
+        // The header's eight lines count from 0, and the messages from 0 again.
         for (int i = 0; i < lines.size(); ++i) {
             QString text;
-            long long const number = numberOf(lines[i], &text);
+            EXPECT_EQ(numberOf(lines[i], &text), i < 8 ? i : i - 8) << lines[i].toStdString();
             texts << text;
-            if (i < 8)
-                CHECK(number == i, "line $: '$'", i, lines[i]);
         }
         QString const fileName = QString(dir.path() + "/app.txt").replace('/', '\\');
         QStringList const expected = {xprintF("PID:$", QCoreApplication::applicationPid()),
@@ -435,9 +325,8 @@ TEST(Logger, HeaderOpensTheLogAndRegressionNumbersFromZero) {
                                       "header-extra",
                                       "first",
                                       "second"};
-        CHECK(texts == expected, "got:\n$", texts.join('\n'));
-        CHECK(numberOf(lines.value(8)) == 0 && numberOf(lines.value(9)) == 1, "");
-        CHECK(Logger::isInitialized(), "");
+        EXPECT_EQ(texts, expected);
+        EXPECT_TRUE(Logger::isInitialized());
     });
 }
 
@@ -445,7 +334,7 @@ TEST(Logger, HeaderOpensTheLogAndRegressionNumbersFromZero) {
 constexpr int messagesPerThread = 5000;
 
 TEST(Logger, ManyThreadsLoseNothingAndKeepTheirOrder) {
-    inFreshProcess([](QStringList &failures) {
+    inFreshProcess([] {
         QTemporaryDir dir;
         int const threads = 8;
         qunsetenv("ORVVM");
@@ -462,61 +351,61 @@ TEST(Logger, ManyThreadsLoseNothingAndKeepTheirOrder) {
         for (std::thread &writer : writers)
             writer.join();
         ppInfo("all-written");
-        CHECK(capture->waitForText("all-written", 60000), "");
+        EXPECT_TRUE(capture->waitForText("all-written", 60000));
         Logger::quit();
-        CHECK(Logger::isRunning(), "quit leaves the running flag set");
+        EXPECT_TRUE(Logger::isRunning()); // quit leaves the running flag set
         ppInfo("after-quit");
         xSleep(100);
 
         QStringList const lines = fileLines(dir.filePath("m.txt"));
         // PID, CPU, Qt, Orv and the file's name.
         int const header = 5;
-        CHECK(lines.size() == header + threads * messagesPerThread + 2, "lines:$", lines.size());
+        EXPECT_EQ(lines.size(), header + threads * messagesPerThread + 2);
         std::vector<int> next(threads, 0);
-        for (int i = 0; i < lines.size() && failures.size() < 5; ++i) {
+        for (int i = 0; i < lines.size() && !testing::Test::HasFailure(); ++i) {
             QString text;
-            CHECK(numberOf(lines[i], &text) == i, "line $: '$'", i, lines[i]);
+            EXPECT_EQ(numberOf(lines[i], &text), i) << lines[i].toStdString();
             if (i < header)
                 continue;
             QStringList const parts = text.mid(1).split(' ');
             if (text.startsWith('t') && parts.size() == 2) {
                 int const t = parts[0].toInt();
-                CHECK(parts[1].toInt() == next[t]++, "line $: '$'", i, lines[i]);
+                EXPECT_EQ(parts[1].toInt(), next[t]++) << lines[i].toStdString();
             }
         }
         for (int t = 0; t < threads; ++t)
-            CHECK(next[t] == messagesPerThread, "thread $: $", t, next[t]);
+            EXPECT_EQ(next[t], messagesPerThread) << "thread " << t;
         // The quit message itself is the last line; what came after it nobody reads.
-        CHECK(lines.value(lines.size() - 1).endsWith("] QUIT"), "$", lines.value(lines.size() - 1));
+        EXPECT_TRUE(lines.value(lines.size() - 1).endsWith("] QUIT")) << lines.last().toStdString();
     });
 }
 
 TEST(Logger, RotationBySecondWritesFilesThatSortInTimeOrder) {
-    inFreshProcess([](QStringList &failures) {
+    inFreshProcess([] {
         QTemporaryDir dir;
         // The scheduler stays silent once the seconds wrap: start after a wrap.
         XCalendarUTC now;
         for (now.fromNow(); now.sec() >= 55; now.fromNow())
             xSleep(100);
-        CHECK(iniToFile(dir, "--logFile app --logRotate second"), "");
+        EXPECT_TRUE(iniToFile(dir, "--logFile app --logRotate second"));
         for (int i = 0; i < 32; ++i) {
             ppInfo("tick $", i);
             xSleep(100);
         }
         Logger::getLogger().getAppenderLimitMemory();
         QStringList const names = QDir(dir.path()).entryList(QDir::Files, QDir::Name);
-        CHECK(names.size() >= 3, "$", names.join(' '));
+        EXPECT_GE(names.size(), 3) << names.join(' ').toStdString();
         long long previousFirst = -1;
         for (QString const &name : names) {
-            CHECK(
-                name.contains(QRegularExpression(R"(^app_\d{4}_\d\d_\d\d___\d\d_\d\d_\d\d\.txt$)")),
-                "$", name);
+            EXPECT_TRUE(
+                name.contains(QRegularExpression(R"(^app_\d{4}_\d\d_\d\d___\d\d_\d\d_\d\d\.txt$)")))
+                << name.toStdString();
             QStringList const lines = fileLines(dir.filePath(name));
             // A rotation between the last tick and the listing leaves a file with no line yet.
             if (lines.isEmpty())
                 continue;
             long long const first = numberOf(lines.value(0));
-            CHECK(first > previousFirst, "$ starts at $", name, first);
+            EXPECT_GT(first, previousFirst) << name.toStdString();
             previousFirst = first;
         }
         // Stops the rotation too, so that no file comes back after the directory is gone.

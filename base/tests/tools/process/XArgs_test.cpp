@@ -3,10 +3,8 @@
 #include "orv/XArgs.h"
 
 #include "orv/LogLevel.h"
-#include "support/LoggedLines.h"
-#include "support/QtPrinters.h"
 
-#include <gtest/gtest.h>
+#include "support/Test.h"
 
 #include <map>
 #include <vector>
@@ -77,14 +75,10 @@ TEST(XArgs, ReplacedEnvironmentUsesKeysAndDropsBrokenVariables) {
         char const *text;
         char const *expected;
     } const rows[] = {
-        {"x$(a)y$(b)", "x1ytwo"},
-        {"$(c)", "$(c)"},
-        {"no variables", "no variables"},
-        {"a$b(a)c", "a1c"},
-        {"cost $5 each", "cost "},
-        {"x$(a", "x"},
-        {"", ""},
-    };
+        // clang-format off
+        {"x$(a)y$(b)", "x1ytwo"}, {"$(c)", "$(c)"}, {"no variables", "no variables"},
+        {"a$b(a)c", "a1c"}, {"cost $5 each", "cost "}, {"x$(a", "x"}, {"", ""},
+    }; // clang-format on
     for (Row const &row : rows)
         EXPECT_EQ(args.replacedEnvironment(QString::fromUtf8(row.text)),
                   QString::fromUtf8(row.expected))

@@ -5,10 +5,8 @@
 #include "orv/ArgsEnv.h"
 #include "orv/EnvVariables.h"
 #include "orv/LogLevel.h"
-#include "support/LoggedLines.h"
-#include "support/QtPrinters.h"
 
-#include <gtest/gtest.h>
+#include "support/Test.h"
 
 #include <vector>
 
@@ -27,14 +25,11 @@ TEST(XProcess, GetArgsSplitsByTheChosenQuote) {
         bool singleQuotes;
         QStringList expected;
     } const rows[] = {
-        {"a \"b c\" d", false, {"a", "b c", "d"}},
-        {"  a\tb  ", false, {"a", "b"}},
-        {"", false, {}},
-        {"a \"b", false, {"a"}},
-        {"'a b' 'c'", true, {"a b", "", "c"}},
-        {"'\"x\"'", true, {"x"}},
+        // clang-format off
+        {"a \"b c\" d", false, {"a", "b c", "d"}}, {"  a\tb  ", false, {"a", "b"}}, {"", false, {}},
+        {"a \"b", false, {"a"}}, {"'a b' 'c'", true, {"a b", "", "c"}}, {"'\"x\"'", true, {"x"}},
         {"a b", true, {"a b"}},
-    };
+    }; // clang-format on
     for (Row const &row : rows)
         EXPECT_EQ(XProcess::getArgs(QString::fromUtf8(row.line), row.singleQuotes), row.expected)
             << row.line;
@@ -94,7 +89,7 @@ TEST(XProcessResult, ShowLogsExitCodeOrOutput) {
     }
 }
 
-TEST(XProcess, RunGivesOutputsAndExitCode) {
+TEST(XProcess, RunGivesOutputsAndExitCodeAndFiresTheListenersOfEveryRun) {
     XProcess process;
     process.setProgram(QStringLiteral("/bin/sh"));
     process.setArgs(QStringLiteral("-c \"echo out; echo err >&2; exit 3\""), false);
@@ -110,6 +105,15 @@ TEST(XProcess, RunGivesOutputsAndExitCode) {
     EXPECT_GT(process.processId_past(), 0);
     EXPECT_TRUE(process.isNotRunning());
     EXPECT_GT(process.mcProcessTimeStart(), 0u);
+    // A second run fires the listeners of both runs.
+    EXPECT_EQ(runShell(process, "exit 5").exitCode, 5);
+    EXPECT_EQ(process.listenerFinished.size(), 2u);
+    EXPECT_EQ(process.listenerState.size(), 2u);
+    // A command line given to start is split into program and arguments.
+    XProcess command;
+    command.start(QStringLiteral("/bin/sh -c \"exit 4\""));
+    ASSERT_TRUE(command.waitForFinished(10000));
+    EXPECT_EQ(command.exitCode(), 4);
 }
 
 TEST(XProcess, MissingProgramReadsAsValidAndOnlyTheErrorTells) {
@@ -129,23 +133,15 @@ TEST(XProcess, MissingProgramReadsAsValidAndOnlyTheErrorTells) {
     EXPECT_EQ(seen, std::vector<QProcess::ProcessError>{QProcess::FailedToStart});
 }
 
-TEST(XProcess, SecondRunFiresTheListenersOfBothRuns) {
-    XProcess process;
-    EXPECT_EQ(runShell(process, "exit 2").exitCode, 2);
-    EXPECT_EQ(runShell(process, "exit 5").exitCode, 5);
-    EXPECT_EQ(process.listenerFinished.size(), 2u);
-    EXPECT_EQ(process.listenerState.size(), 2u);
-}
-
 TEST(XProcess, AddEnvStartsFromTheSystemEnvironmentEachTime) {
     struct Row {
         std::vector<char const *> lines;
         char const *expected;
     } const rows[] = {
-        {{"--ORV_PX_A \"a b\""}, "a b|"},
-        {{"--ORV_PX_A 1 --ORV_PX_B"}, "1|NIX"},
+        // clang-format off
+        {{"--ORV_PX_A \"a b\""}, "a b|"}, {{"--ORV_PX_A 1 --ORV_PX_B"}, "1|NIX"},
         {{"--ORV_PX_A 1", "--ORV_PX_B 2"}, "|2"},
-    };
+    }; // clang-format on
     for (Row const &row : rows) {
         XProcess process;
         for (char const *line : row.lines)
@@ -164,13 +160,6 @@ TEST(XProcess, AddToPathPutsDirFirstInTheCallersPath) {
     process.addToPath(QStringLiteral("/opt/orv-px"));
     EXPECT_EQ(getEnv(QStringLiteral("PATH")), QStringLiteral("/opt/orv-px:") + before);
     setEnv(QStringLiteral("PATH"), before);
-}
-
-TEST(XProcess, CommandStartSplitsTheLine) {
-    XProcess process;
-    process.start(QStringLiteral("/bin/sh -c \"exit 4\""));
-    ASSERT_TRUE(process.waitForFinished(10000));
-    EXPECT_EQ(process.exitCode(), 4);
 }
 
 TEST(XProcess, DescriptionsAndConsoleSwitchOnlyLog) {

@@ -3,15 +3,10 @@
 #include "orv/OrvResource.h"
 
 #include "ChildLines.h"
-#include "support/LoggedLines.h"
-#include "support/QtPrinters.h"
-#include "support/TempFiles.h"
+#include "support/Test.h"
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QDir>
-#include <QtCore/QTemporaryDir>
-
-#include <gtest/gtest.h>
 
 using orv::OrvResource;
 
@@ -27,64 +22,44 @@ QStringList reportFromCopyIn(QTemporaryDir const &dir, QString const &tree) {
                                  QProcessEnvironment::systemEnvironment(), dir.filePath(tree));
 }
 
+// What loading a missing file logs: where it looked.
+QStringList missingLoad(QString const &base, QString const &between = QString()) {
+    QStringList lines{"log:::OrvResource::load_thumb, relPath 'none'"};
+    if (!between.isEmpty())
+        lines << between;
+    return lines << "log:::OrvResource::load_thumb, absPath '" + base + "/none'"
+                 << "log:::OrvResource::load_thumb,  problems reading strFile '" + base + "/none'";
+}
+
 } // namespace
 
-TEST(OrvResource, FindsTheTreeEndingInOrvAboveTheProgram) {
+TEST(OrvResource, FindsTheTreeEndingInOrvAboveTheProgramOrSaysWhatItFallsBackOn) {
     QTemporaryDir dir;
     QDir().mkpath(dir.filePath("myorv/data"));
     orv::test::writeFile(dir, "myorv/a.txt", QByteArray("abc\0def", 7));
     orv::test::writeFile(dir, "myorv/data/d.txt", "data text");
-    QString const tree = dir.filePath("myorv");
-    QStringList const expected = {
-        "source:" + tree,
-        "data:" + tree + "/data",
-        "build:" + tree + "/x",
-        "buildData:" + tree + "/data/x",
-        "load:abc", // stops at the NUL byte
-        "loadData:data text",
-        "log:::OrvResource::load_thumb, relPath 'none'",
-        "log:::OrvResource::load_thumb, absPath '" + tree + "/none'",
-        "log:::OrvResource::load_thumb,  problems reading strFile '" + tree + "/none'",
-    };
-    EXPECT_EQ(reportFromCopyIn(dir, "myorv"), expected);
-}
-
-TEST(OrvResource, TreeWithoutDataGivesItsOwnPathAndSaysSo) {
-    QTemporaryDir dir;
-    QString const tree = dir.filePath("orv");
-    QStringList const lines = reportFromCopyIn(dir, "orv");
-    QStringList const expected = {
-        "source:" + tree,
-        "dataLog:OrvResource::getOrvSourceDataPath - 'orv/data' path not found !",
-        "data:" + tree,
-        "build:" + tree + "/x",
-        "buildData:" + tree + "/x",
-        "load:",
-        "loadData:",
-        "log:::OrvResource::load_thumb, relPath 'none'",
-        "log:::OrvResource::load_thumb, absPath '" + tree + "/none'",
-        "log:::OrvResource::load_thumb,  problems reading strFile '" + tree + "/none'",
-    };
-    EXPECT_EQ(lines, expected);
-}
-
-TEST(OrvResource, WithoutTreePathsAreEmptyAndBuildFallsBackOnCurrentDirectory) {
-    QTemporaryDir dir;
+    QString const tree = dir.filePath("myorv"), bare = dir.filePath("orv");
     QString const cwd = dir.filePath("plain");
-    QString const notFound = "log:OrvResource::getOrvSourceDataPath - 'orv' path not found !";
-    QStringList const expected = {
-        "source:",
-        "data:",
-        "build:" + cwd + "/x",
-        "buildData:" + cwd + "/x",
-        "load:",
-        "loadData:",
-        "log:::OrvResource::load_thumb, relPath 'none'",
-        notFound,
-        "log:::OrvResource::load_thumb, absPath '" + cwd + "/none'",
-        "log:::OrvResource::load_thumb,  problems reading strFile '" + cwd + "/none'",
-    };
-    EXPECT_EQ(reportFromCopyIn(dir, "plain"), expected);
+    EXPECT_EQ(reportFromCopyIn(dir, "myorv"),
+              QStringList({"source:" + tree, "data:" + tree + "/data", "build:" + tree + "/x",
+                           "buildData:" + tree + "/data/x",
+                           "load:abc", // stops at the NUL byte
+                           "loadData:data text"}) +
+                  missingLoad(tree));
+    // A tree without "data" gives its own path and says so.
+    EXPECT_EQ(
+        reportFromCopyIn(dir, "orv"),
+        QStringList({"source:" + bare,
+                     "dataLog:OrvResource::getOrvSourceDataPath - 'orv/data' path not found !",
+                     "data:" + bare, "build:" + bare + "/x", "buildData:" + bare + "/x",
+                     "load:", "loadData:"}) +
+            missingLoad(bare));
+    // Outside any tree the paths are empty and build falls back on the current directory.
+    EXPECT_EQ(
+        reportFromCopyIn(dir, "plain"),
+        QStringList({"source:", "data:", "build:" + cwd + "/x", "buildData:" + cwd + "/x",
+                     "load:", "loadData:"}) +
+            missingLoad(cwd, "log:OrvResource::getOrvSourceDataPath - 'orv' path not found !"));
 }
 
 TEST(OrvResourceChild, DISABLED_Reports) {

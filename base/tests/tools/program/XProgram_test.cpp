@@ -5,9 +5,7 @@
 #include "orv/XError.h"
 #include "orv/XProgram.h"
 
-#include "support/QtPrinters.h"
-
-#include <gtest/gtest.h>
+#include "support/Test.h"
 
 #include <vector>
 

@@ -3,13 +3,12 @@
 #include "orv/XRunGuard.h"
 
 #include "ChildLines.h"
-#include "support/QtPrinters.h"
+
+#include "support/Test.h"
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QCryptographicHash>
 #include <QtCore/QSystemSemaphore>
-
-#include <gtest/gtest.h>
 
 #include <cstdlib>
 

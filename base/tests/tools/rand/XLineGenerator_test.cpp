@@ -2,10 +2,7 @@
 // lengths over long lines, the tables, refused parameters, and the log view of lines.
 #include "orv/XLineGenerator.h"
 
-#include "support/CapturingAppender.h"
-#include "support/QtPrinters.h"
-
-#include <gtest/gtest.h>
+#include "support/Test.h"
 
 using namespace orv;
 using Params = XLineGenerator::Params;
@@ -77,12 +74,12 @@ TEST(XLineGenerator, CharactersStayInTheLanguageRange) {
         bool uppercase;
         ushort lo, hi;
     } const rows[] = {
-        {XLineGenerator::ASCII, true, 'A', 'Z'},
-        {XLineGenerator::ASCII, false, 'a', 'z'},
+        // clang-format off
+        {XLineGenerator::ASCII, true, 'A', 'Z'}, {XLineGenerator::ASCII, false, 'a', 'z'},
         {XLineGenerator::CHINESE_SMALL, true, 0x4F00, 0x520F},
         {XLineGenerator::CHINESE_FULL, false, 0x4E00, 0x9FFF},
         {XLineGenerator::GREEK, false, 0x0391, 0x03C9},
-    };
+    }; // clang-format on
     XLineGenerator generator(true);
     for (auto const &row : rows)
         for (bool sequence : {false, true}) {
@@ -197,23 +194,6 @@ TEST(XLineGenerator, ParamsTextNamesFlagsAndLanguage) {
     EXPECT_TRUE(params(5, 3, true, XLineGenerator::CHINESE_SMALL)
                     .toString()
                     .endsWith(QStringLiteral("lang:CHINESE_SMALL, ")));
-}
-
-TEST(XLineGenerator, ElidedLineKeepsHeadAndTail) {
-    struct Row {
-        char const *in;
-        unsigned int head, tail;
-        char const *out;
-    } const rows[] = {
-        {"", 2, 2, ""},
-        {"abcdef", 3, 3, "abcdef"},
-        {"abcdefgh", 2, 2, "ab...gh"},
-        {"abcdefgh", 2, 0, "ab..."},
-        {"abcdefgh", 0, 3, "...fgh"},
-    };
-    for (auto const &row : rows)
-        EXPECT_EQ(XLineGenerator::elidedLine(row.in, row.head, row.tail), QString(row.out))
-            << row.in;
 }
 
 TEST(XLineGenerator, ShowLinesLogsHeadGapAndTail) {

@@ -5,10 +5,7 @@
 
 #include "orv/Log.h"
 
-#include "support/CapturingAppender.h"
-#include "support/QtPrinters.h"
-
-#include <gtest/gtest.h>
+#include "support/Test.h"
 
 #include <QtCore/QStringList>
 
@@ -106,20 +103,12 @@ TEST(TestContext, FullTestPhasesStopAtTheFirstNonZeroResult) {
     }
 }
 
-// The lines that showTests(4, filter) logs as "indentation:text", between two markers
-// (the logger's own header comes before the first).
+// The lines that showTests(4, filter) logs, as "indentation:text".
 QStringList listing(QString const &filter) {
-    test::CapturingAppender &log = test::startCapturingLogger();
-    QString const begin = QStringLiteral("listing '") + filter + QLatin1Char('\'');
-    QString const end = QStringLiteral("end of ") + begin;
-    ppDebug(begin);
-    TestContextAdder::showTests(4, filter);
-    ppDebug(end);
-    EXPECT_TRUE(log.waitForText(end));
-    std::vector<test::CapturedLine> const taken = log.takenFrom(begin);
     QStringList lines;
-    for (size_t i = 1; i < taken.size() && taken[i].text != end; ++i)
-        lines << QString::number(taken[i].space) + ':' + taken[i].text;
+    for (test::CapturedLine const &line :
+         test::capturedBy([&] { TestContextAdder::showTests(4, filter); }))
+        lines << QString::number(line.space) + ':' + line.text;
     return lines;
 }
 

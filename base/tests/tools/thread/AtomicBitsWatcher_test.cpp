@@ -1,7 +1,7 @@
 // AtomicBitsWatcher_test.cpp: what the waits return, which wakes end them, and which don't.
 #include "orv/AtomicBits.h"
 
-#include <gtest/gtest.h>
+#include "support/Test.h"
 
 #include <atomic>
 #include <chrono>

@@ -2,9 +2,7 @@
 #include "orv/AtomicBits.h"
 #include "orv/XThread.h"
 
-#include "support/EventPump.h"
-
-#include <gtest/gtest.h>
+#include "support/Test.h"
 
 #include <atomic>
 #include <thread>

@@ -2,13 +2,9 @@
 // that run on the main thread.
 #include "orv/XThreadPool.h"
 
-#include "support/EventPump.h"
-
-#include <gtest/gtest.h>
+#include "support/Test.h"
 
 #include <atomic>
-
-#include <unistd.h>
 
 namespace orv {
 namespace {
@@ -85,15 +81,9 @@ TEST(XLightweightThread, ListenersFireOnTheMainThread) {
     EXPECT_EQ(finished.load(), 1);
 }
 
-// The fatal handler prints to stdout, which the child points at stderr for the matcher.
-void startNull() {
-    ::dup2(2, 1);
-    XThreadPool::start_global(nullptr, true);
-}
-
 TEST(XLightweightThreadDeathTest, NullThreadForTheGlobalPoolIsFatal) {
-    GTEST_FLAG_SET(death_test_style, "threadsafe");
-    EXPECT_EXIT(startNull(), testing::ExitedWithCode(1), "nullptr:lwThread == NULL");
+    test::expectFatal([] { XThreadPool::start_global(nullptr, true); },
+                      "^nullptr:lwThread == NULL\n");
 }
 
 } // namespace

@@ -1,9 +1,7 @@
 // XThread_test.cpp: thread state words across start, stop, join and restart; breakable sleeps.
 #include "orv/XThread.h"
 
-#include "support/EventPump.h"
-
-#include <gtest/gtest.h>
+#include "support/Test.h"
 
 #include <QtCore/QElapsedTimer>
 
@@ -96,11 +94,11 @@ TEST(BaseThreadState, WordsInTheirOwnOrder) {
         unsigned int flags;
         char const *text;
     } const rows[] = {
-        {0, ""},
-        {BaseThreadState::RUNNING, "RUNNING | "},
+        // clang-format off
+        {0, ""}, {BaseThreadState::RUNNING, "RUNNING | "},
         {BaseThreadState::CANCELLED | BaseThreadState::INITIALIZED, "INITIALIZED | , CANCELLED | "},
         {BaseThreadState::ERROR | BaseThreadState::FINISHED, "FINISHED | , ERROR | "},
-    };
+    }; // clang-format on
     for (Row const &row : rows)
         EXPECT_EQ(BaseThreadState::bit_flags_as_string(AtomicBits(row.flags)), row.text);
     BaseThreadState state;

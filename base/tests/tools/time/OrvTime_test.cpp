@@ -3,10 +3,10 @@
 
 #include "ScopedTimeZone.h"
 
+#include "support/Test.h"
+
 #include <QtCore/QBuffer>
 #include <QtCore/QDataStream>
-
-#include <gtest/gtest.h>
 
 #include <chrono>
 #include <vector>
@@ -36,13 +36,18 @@ TEST(OrvTime, TicksAreKeptInMicrosecondsAndCopiesOwnTheirValue) {
     EXPECT_EQ(assigned.getMicroseconds(), 1500000u);
 }
 
-TEST(OrvTime, NowLiesBetweenTwoReadingsOfTheClock) {
+TEST(OrvTime, NowLiesBetweenTwoReadingsOfTheClockAndXSleepSleepsAtLeastTheAskedTime) {
     quint64 before = orv::getMicroseconds();
     OrvTime now(true);
     quint64 after = orv::getMicroseconds();
     EXPECT_LE(before, now.getMicroseconds());
     EXPECT_LE(now.getMicroseconds(), after);
     EXPECT_GT(before, noonMicros); // no clock of this century reads 0
+    for (quint64 ms : {1u, 25u}) {
+        auto start = std::chrono::steady_clock::now();
+        orv::xSleep(ms);
+        EXPECT_GE(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(ms));
+    }
 }
 
 TEST(OrvTime, TimeStringsAppendTheChosenFraction) {
@@ -53,14 +58,12 @@ TEST(OrvTime, TimeStringsAppendTheChosenFraction) {
         int second; // 3 is out of range: no fraction
         char const *expected;
     } const rows[] = {
-        {noonMicros + 50000, "%H", 1, "12,050"},
-        {noonMicros + 50000, "%H", 3, "12"},
-        {noonMicros + 50000, "%H", 0, "12"},
-        {noonMicros + 123456, "%H:%M:%S", 2, "12:00:00,123456"},
+        // clang-format off
+        {noonMicros + 50000, "%H", 1, "12,050"}, {noonMicros + 50000, "%H", 3, "12"},
+        {noonMicros + 50000, "%H", 0, "12"}, {noonMicros + 123456, "%H:%M:%S", 2, "12:00:00,123456"},
         {noonMicros + 123456, "%H:%M:%S", 1, "12:00:00,123"},
-        {noonMicros + 7, "%Y-%m-%d", 2, "2022-11-20,000007"},
-        {noonMicros, "", 1, ",000"},
-    };
+        {noonMicros + 7, "%Y-%m-%d", 2, "2022-11-20,000007"}, {noonMicros, "", 1, ",000"},
+    }; // clang-format on
     for (Row const &row : rows) {
         SCOPED_TRACE(testing::Message() << row.format << " " << row.second);
         auto const second = static_cast<OrvTime::FORMAT_SECOND>(row.second);
@@ -129,12 +132,4 @@ TEST(OrvTime, IsTimeoutNeedsAStartAndMoreThanTheLimit) {
     for (Row const &row : rows)
         EXPECT_EQ(orv::isTimeout(row.start, row.limit, row.now), row.expected)
             << row.start << " " << row.limit << " " << row.now;
-}
-
-TEST(OrvTime, XSleepSleepsAtLeastTheAskedTime) {
-    for (quint64 ms : {1u, 25u}) {
-        auto start = std::chrono::steady_clock::now();
-        orv::xSleep(ms);
-        EXPECT_GE(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(ms));
-    }
 }

@@ -3,7 +3,7 @@
 
 #include "orv/OrvTime.h"
 
-#include <gtest/gtest.h>
+#include "support/Test.h"
 
 #include <atomic>
 

@@ -4,22 +4,11 @@
 
 #include "orv/OrvTime.h"
 
-#include "support/LoggedLines.h"
-
-#include <gtest/gtest.h>
+#include "support/Test.h"
 
 #include <functional>
 
 using orv::XStopwatch;
-
-TEST(XStopwatch, FreshWatchIsResetAndSaysSo) {
-    XStopwatch watch;
-    EXPECT_TRUE(watch.isReset());
-    EXPECT_FALSE(watch.isStarted());
-    EXPECT_FALSE(watch.isStopped());
-    EXPECT_EQ(watch.toString(false), "XStopwatch-RESET");
-    EXPECT_EQ(watch.toStringMicroseconds(true), "XStopwatch-RESET");
-}
 
 TEST(XStopwatch, MeasuresSpansAndSumsThemUntilReset) {
     XStopwatch watch;
@@ -72,7 +61,11 @@ TEST(XStopwatch, WritesRunningDeltaAndElapsedTexts) {
     EXPECT_TRUE(rows[5].text.contains(" sec, total elapsed:"));
 }
 
-TEST(XStopwatch, WrongStateReadsWarnOrStaySilentAndGiveZero) {
+TEST(XStopwatch, FreshWatchSaysResetAndWrongStateReadsWarnOrStaySilentAndGiveZero) {
+    XStopwatch fresh;
+    EXPECT_TRUE(fresh.isReset() && !fresh.isStarted() && !fresh.isStopped());
+    EXPECT_EQ(fresh.toString(false), "XStopwatch-RESET");
+    EXPECT_EQ(fresh.toStringMicroseconds(true), "XStopwatch-RESET");
     struct Row {
         char const *what;
         std::function<quint64(XStopwatch &)> call;

@@ -4,9 +4,7 @@
 
 #include "orv/OrvTime.h"
 
-#include "support/LoggedLines.h"
-
-#include <gtest/gtest.h>
+#include "support/Test.h"
 
 #include <set>
 #include <thread>
@@ -36,20 +34,13 @@ TEST(XTimeSlot_Impl, NamesSlotTypesPaddedAndPlain) {
         char const *padded, *plain;
     };
     Row const rows[] = {
-        {0, "STANDARD", "STANDARD"},
-        {1, "____READ", "READ"},
-        {2, "___WRITE", "WRITE"},
-        {3, "____CALC", "CALC"},
-        {4, "__CREATE", "CREATE"},
-        {5, "___PARSE", "PARSE"},
-        {6, "_CONVERT", "CONVERT"},
-        {7, "_____GUI", "GUI"},
-        {8, "__OPENGL", "OPENGL"},
-        {9, "_TESTING", "TESTING"},
-        {10, "___SLEEP", "SLEEP"},
-        {11, "UNKNOWN-SLOT:11", "SLOT:11 ?"},
+        // clang-format off
+        {0, "STANDARD", "STANDARD"}, {1, "____READ", "READ"}, {2, "___WRITE", "WRITE"},
+        {3, "____CALC", "CALC"}, {4, "__CREATE", "CREATE"}, {5, "___PARSE", "PARSE"},
+        {6, "_CONVERT", "CONVERT"}, {7, "_____GUI", "GUI"}, {8, "__OPENGL", "OPENGL"},
+        {9, "_TESTING", "TESTING"}, {10, "___SLEEP", "SLEEP"}, {11, "UNKNOWN-SLOT:11", "SLOT:11 ?"},
         {-1, "UNKNOWN-SLOT:-1", "SLOT:-1 ?"},
-    };
+    }; // clang-format on
     for (Row const &row : rows) {
         auto const type = static_cast<SLOT::SLOT_TYPE>(row.type);
         EXPECT_EQ(XTimeSlot_Impl::slotTypeToString(type), row.padded);
@@ -157,7 +148,7 @@ TEST(XTimeStats, ChainStopsThePreviousAndCarriesTypeAndMessage) {
     global->clear();
 }
 
-TEST(XTimeStats, SortsCopiesByEachKeyBothWays) {
+TEST(XTimeStats, SortsCopiesByEachKeyBothWaysAndShowListsThemWithTheirTotal) {
     XTimeStats table(8);
     XTimeSlot_Impl *slow = table.startSlotImpl("slow");
     slow->setType_SLEEP();
@@ -181,19 +172,17 @@ TEST(XTimeStats, SortsCopiesByEachKeyBothWays) {
     EXPECT_TRUE(lines[2].startsWith("000, ")) << lines[2].toStdString();
     EXPECT_EQ(XTimeStats::getSumOfDeltas({}), 0u);
     EXPECT_TRUE(table.toString().startsWith("3 timeSlots\n000, "));
+    // show lists the count, one line per slot and the total.
+    XTimeStats one(4);
+    one.startSlotImpl("a")->stop();
+    std::vector<QString> const shown = orv::test::linesLoggedBy([&] { one.show(SORT::THREAD); });
+    ASSERT_EQ(shown.size(), 3u);
+    EXPECT_EQ(shown[0], "XTimeSlots:1, sorted by THREAD");
+    EXPECT_TRUE(shown[1].endsWith(", a, ~"));
+    EXPECT_TRUE(shown[2].startsWith("XTimeSlots, deltas total:"));
 }
 
-TEST(XTimeStats, ShowListsCountLinesAndTotal) {
-    XTimeStats table(4);
-    table.startSlotImpl("a")->stop();
-    std::vector<QString> const lines = orv::test::linesLoggedBy([&] { table.show(SORT::THREAD); });
-    ASSERT_EQ(lines.size(), 3u);
-    EXPECT_EQ(lines[0], "XTimeSlots:1, sorted by THREAD");
-    EXPECT_TRUE(lines[1].endsWith(", a, ~"));
-    EXPECT_TRUE(lines[2].startsWith("XTimeSlots, deltas total:"));
-}
-
-TEST(XTimeStats, FullTableWarnsEachTimeAndHandsOutTheDummy) {
+TEST(XTimeStats, FullOrDisabledTableHandsOutTheDummyWarningOnlyWhenFull) {
     XTimeStats table(2);
     XTimeSlot_Impl *first = table.createSlotImpl();
     XTimeSlot_Impl *second = table.createSlotImpl();
@@ -214,21 +203,17 @@ TEST(XTimeStats, FullTableWarnsEachTimeAndHandsOutTheDummy) {
     EXPECT_FALSE(table.hasTimeSlots());
     for (int i = 0; i < 3; ++i)
         EXPECT_NE(table.createSlotImpl(), extra[0]);
-}
-
-TEST(XTimeStats, DisabledStatisticsUseTheDummySilently) {
+    // Disabled statistics use the dummy too, silently.
     XTimeStats *global = XTimeStats::getInstance();
     global->clear();
     XTimeStats::atomicFlagEnabled = false;
-    std::vector<QString> const lines = orv::test::linesLoggedBy([] {
-        for (int i = 0; i < 3; ++i) {
-            XTimeSlot slot = XTimeStats::start_slot("off");
-            EXPECT_EQ(slot->messageBegin(), "DUMMY-LOOP");
-        }
-    });
+    EXPECT_EQ(orv::test::linesLoggedBy([] {
+                  for (int i = 0; i < 3; ++i)
+                      EXPECT_EQ(XTimeStats::start_slot("off")->messageBegin(), "DUMMY-LOOP");
+              }),
+              std::vector<QString>{});
     XTimeStats::atomicFlagEnabled = true;
     EXPECT_FALSE(global->hasTimeSlots());
-    EXPECT_EQ(lines, std::vector<QString>{});
 }
 
 TEST(XTimeStats, ThreadsAddSlotsWhileTheTableIsCopied) {

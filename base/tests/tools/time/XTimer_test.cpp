@@ -1,9 +1,7 @@
 // XTimer_test.cpp: the timer's listener list under a running event loop.
 #include "orv/XTimer.h"
 
-#include "support/EventPump.h"
-
-#include <gtest/gtest.h>
+#include "support/Test.h"
 
 using orv::test::pumpEventsUntil;
 
@@ -21,8 +19,6 @@ TEST(XTimerOneTimeShot, WaitsForStartThenFiresOnce) {
     int calls = 0;
     orv::XTimerOneTimeShot shot(5, [&calls] { ++calls; });
     EXPECT_FALSE(shot.timer().isActive());
-    EXPECT_TRUE(shot.timer().isSingleShot());
-    EXPECT_EQ(shot.timer().interval(), 5);
     QCoreApplication::processEvents(QEventLoop::AllEvents, 30);
     EXPECT_EQ(calls, 0);
     shot.timer().start();

@@ -4,11 +4,9 @@
 #include "orv/XByteArray.h"
 #include "orv/XMem.h"
 
-#include "support/QtPrinters.h"
+#include "support/Test.h"
 
 #include <QtCore/QBuffer>
-
-#include <gtest/gtest.h>
 
 #include <memory>
 

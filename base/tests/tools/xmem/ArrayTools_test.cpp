@@ -4,9 +4,7 @@
 
 #include "orv/MD5.h"
 
-#include "support/QtPrinters.h"
-
-#include <gtest/gtest.h>
+#include "support/Test.h"
 
 #include <tuple>
 
@@ -27,13 +25,13 @@ TEST(ArrayTools, FramesStuffZerosAwayAndComeBack) {
     QByteArray const run254(254, 'A');
     QByteArray const run255(255, 'A');
     std::tuple<char const *, QByteArray, QByteArray> const rows[] = {
-        {"empty", QByteArray(), bytes({0, 1, 0})},
-        {"one zero", bytes({0}), bytes({0, 1, 1, 0})},
+        // clang-format off
+        {"empty", QByteArray(), bytes({0, 1, 0})}, {"one zero", bytes({0}), bytes({0, 1, 1, 0})},
         {"trailing zero", bytes({0x41, 0}), bytes({0, 2, 0x41, 1, 0})},
         {"zeros between", bytes({0x11, 0, 0, 0x22}), bytes({0, 2, 0x11, 1, 2, 0x22, 0})},
         {"254 non-zero", run254, bytes({0, 0xFF}) + run254 + bytes({1, 0})},
         {"255 non-zero", run255, bytes({0, 0xFF}) + run254 + bytes({2, 0x41, 0})},
-    };
+    }; // clang-format on
     for (auto const &[name, payload, expected] : rows) {
         QByteArray const framed = ArrayTools::frameQByteArray(payload);
         EXPECT_EQ(framed, expected) << name;
@@ -77,13 +75,12 @@ TEST(ArrayTools, DigestFramesRefuseDamagedOrShortInput) {
     flipped[2] = static_cast<char>(flipped[2] ^ 0x04); // one bit of the payload
     QByteArray const empty = ArrayTools::frameQByteArray_MD5(QByteArray());
     std::pair<char const *, QByteArray> const rows[] = {
-        {"bit flipped", flipped},
-        {"truncated", framed.left(framed.size() - 5)},
-        {"empty payload", empty},
-        {"empty input", QByteArray()},
+        // clang-format off
+        {"bit flipped", flipped}, {"truncated", framed.left(framed.size() - 5)},
+        {"empty payload", empty}, {"empty input", QByteArray()},
         {"32 bytes only", ArrayTools::frameQByteArray(QByteArray(32, 'x'))},
         {"foreign digest", ArrayTools::frameQByteArray("x" + orv::MD5::md5FromQByteArray("y"))},
-    };
+    }; // clang-format on
     for (auto const &[name, framed] : rows) {
         QByteArray out = "untouched";
         EXPECT_FALSE(ArrayTools::unFrameQByteArray_MD5(framed, out)) << name;

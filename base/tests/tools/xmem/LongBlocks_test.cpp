@@ -7,15 +7,11 @@
 #include "orv/XMemoryWrapper.h"
 #include "orv/XSharedMemory.h"
 
-#include "support/LoggedLines.h"
-#include "support/QtPrinters.h"
-
-#include <gtest/gtest.h>
+#include "support/Test.h"
 
 #include <QtCore/QBuffer>
 #include <QtCore/QCoreApplication>
 #include <QtCore/QFile>
-#include <QtCore/QTemporaryDir>
 
 #include <functional>
 

@@ -2,17 +2,12 @@
 // compressed form (also as read and written by an independent zlib) and the file helpers.
 #include "orv/XByteArray.h"
 
-#include "support/QtPrinters.h"
+#include "support/Test.h"
 
 #include <QtCore/QFile>
 #include <QtCore/QProcess>
 #include <QtCore/QResource>
 #include <QtCore/QStandardPaths>
-#include <QtCore/QTemporaryDir>
-
-#include "support/TempFiles.h"
-
-#include <gtest/gtest.h>
 
 #include <stdexcept>
 #include <utility>
@@ -121,18 +116,15 @@ TEST(XByteArray, DamagedCompressedInputGivesTheEmptyArray) {
     // Found by fuzzing: a length field of almost 2 GB made every call allocate it.
     QByteArray const bigClaim = QByteArray("\x7f\xff\xff\x00", 4) + qCompress("abc").mid(4);
     std::pair<char const *, QByteArray> const rows[] = {
+        // clang-format off
         {"empty", QByteArray()},
         {"2 GB claim, valid digest", orv::MD5::md5_16(bigClaim) + bigClaim},
         {"2 GB claim, wrong digest", QByteArray(16, 'd') + bigClaim},
-        {"shorter than a digest", packed.left(15)},
-        {"digest only", packed.left(16)},
-        {"truncated", packed.left(packed.size() - 3)},
-        {"bit in digest", digestFlip},
-        {"bit in stream", bodyFlip},
-        {"length field", lengthFlip},
-        {"valid digest, no stream", lying},
-        {"oversized junk", QByteArray(1 << 20, '\xa5')},
-    };
+        {"shorter than a digest", packed.left(15)}, {"digest only", packed.left(16)},
+        {"truncated", packed.left(packed.size() - 3)}, {"bit in digest", digestFlip},
+        {"bit in stream", bodyFlip}, {"length field", lengthFlip},
+        {"valid digest, no stream", lying}, {"oversized junk", QByteArray(1 << 20, '\xa5')},
+    }; // clang-format on
     for (auto const &[name, input] : rows)
         EXPECT_TRUE(XByteArray::unCompress(XByteArray(input)).isEmpty()) << name;
 }

@@ -3,17 +3,11 @@
 #include "orv/Log.h"
 #include "orv/XFileMapper.h"
 
-#include "support/LoggedLines.h"
-#include "support/QtPrinters.h"
-
-#include <gtest/gtest.h>
+#include "support/Test.h"
 
 #include <QtCore/QDir>
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
-#include <QtCore/QTemporaryDir>
-
-#include "support/TempFiles.h"
 
 #include <algorithm>
 #include <cstring>
@@ -46,15 +40,6 @@ long residentKiB() {
 
 } // namespace
 
-TEST(XFileMapper, MemBeforeOpeningIsNullWithItsLine) {
-    XFileMapper mapper(QStringLiteral("/nonexistent/file"));
-    char *result = reinterpret_cast<char *>(1);
-    EXPECT_TRUE(
-        logs("XFileMapper::mem, forgot to call 'mapReadOnly' ?", [&] { result = mapper.mem(); }));
-    EXPECT_EQ(result, nullptr);
-    EXPECT_FALSE(mapper.isMapped());
-}
-
 TEST(XFileMapper, MapsLazilyAndRefusesASecondOpenWhileMapped) {
     QTemporaryDir dir;
     XFileMapper mapper(QFileInfo(writeFile(dir, "a.txt", "one\ntwo\n")));
@@ -79,7 +64,7 @@ TEST(XFileMapper, MapsLazilyAndRefusesASecondOpenWhileMapped) {
     EXPECT_NE(mapper.mem(), nullptr);
 }
 
-TEST(XFileMapper, OpenButUnmappedRefusesUnMapAndByteArrayAndStaysOpen) {
+TEST(XFileMapper, MemBeforeOpeningIsNullAndOpenButUnmappedRefusesUnMapAndByteArray) {
     QTemporaryDir dir;
     XFileMapper mapper(writeFile(dir, "a.txt", "abc"));
     ASSERT_TRUE(mapper.mapReadOnly());
@@ -95,6 +80,13 @@ TEST(XFileMapper, OpenButUnmappedRefusesUnMapAndByteArrayAndStaysOpen) {
     EXPECT_NE(mapper.mem(), nullptr);
     EXPECT_EQ(mapper.createByteArray(), QByteArray("abc"));
     EXPECT_FALSE(mapper.mapReadOnly()); // now mapped, so refused
+    // Before any open: null, with its line.
+    XFileMapper unopened(QStringLiteral("/nonexistent/file"));
+    char *mem = reinterpret_cast<char *>(1);
+    EXPECT_TRUE(
+        logs("XFileMapper::mem, forgot to call 'mapReadOnly' ?", [&] { mem = unopened.mem(); }));
+    EXPECT_EQ(mem, nullptr);
+    EXPECT_FALSE(unopened.isMapped());
 }
 
 TEST(XFileMapper, ReadWriteCreatesSizesAndWritesTheFile) {

@@ -2,14 +2,9 @@
 // by new content, carried by copies and moves; whole-file text reads.
 #include "orv/XMemFile.h"
 
-#include "support/QtPrinters.h"
-
-#include <gtest/gtest.h>
+#include "support/Test.h"
 
 #include <QtCore/QFile>
-#include <QtCore/QTemporaryDir>
-
-#include "support/TempFiles.h"
 
 #include <functional>
 

@@ -2,20 +2,15 @@
 // that keep the bytes where they are, growth, string records and the file operations.
 #include "orv/XMem.h"
 
-#include "support/QtPrinters.h"
-#include "support/TempFiles.h"
+#include "support/Test.h"
 
 #include <QtCore/QFile>
 #include <QtCore/QRegularExpression>
 #include <QtCore/QResource>
 #include <QtCore/QStringList>
-#include <QtCore/QTemporaryDir>
-
-#include <gtest/gtest.h>
 
 #include <cerrno>
 #include <tuple>
-#include <unistd.h>
 
 using orv::XError;
 using orv::XMem;
@@ -41,17 +36,9 @@ void expectBlock(XMem const &block, QByteArray const &bytes, bool inError) {
     EXPECT_TRUE(inError ? block.isOrvError(XError::ORV_ERROR_OUT_OF_RANGE) : block.isOK());
 }
 
-// The console's lines without the number, time and thread it may put in front.
-QStringList consoleLines(std::string const &out) {
-    QStringList lines = QString::fromStdString(out).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
-    for (QString &line : lines)
-        line.remove(QRegularExpression(QStringLiteral("^(<[^>]*> )*")));
-    return lines;
-}
-
 } // namespace
 
-TEST(XMem, ConstructorsFillAsTold) {
+TEST(XMem, ConstructorsFillAsToldAndEachDrawsTheNextBlockNumber) {
     XMem const none(0, 5);
     EXPECT_EQ(none.mem(), nullptr);
     EXPECT_FALSE(static_cast<bool>(none));
@@ -61,23 +48,13 @@ TEST(XMem, ConstructorsFillAsTold) {
     EXPECT_EQ(bytesOf(XMem(std::string("ab"))), QByteArray("ab\0", 3));
     EXPECT_EQ(bytesOf(XMem(QStringLiteral("\u00e9"))), QByteArray("\xc3\xa9\0", 3));
     EXPECT_EQ(bytesOf(XMem(QByteArray("ab"))), QByteArray("ab")); // raw: no terminator
-}
-
-TEST(XMem, EveryConstructorDrawsTheNextBlockNumber) {
-    XMem const a;
-    XMem const b(4, 1);
-    XMem const c("x");
-    XMem const d(a);
+    XMem const a, b(4, 1), c("x"), d(a);
     EXPECT_EQ(b.getCounterMemBlock(), a.getCounterMemBlock() + 1);
     EXPECT_EQ(c.getCounterMemBlock(), a.getCounterMemBlock() + 2);
     EXPECT_EQ(d.getCounterMemBlock(), a.getCounterMemBlock() + 3);
-}
-
-TEST(XMem, CopyConstructionLeavesTheErrorBehind) {
+    // A copy leaves the error behind.
     XMem const source = blockInError("abc");
-    XMem const copy(source);
-    expectBlock(copy, "abc", false);
-    EXPECT_NE(copy.getCounterMemBlock(), source.getCounterMemBlock());
+    expectBlock(XMem(source), "abc", false);
 }
 
 TEST(XMem, MovesTakeBytesNumberAndErrorLeavingTheSourceEmptyAndClean) {
@@ -91,7 +68,6 @@ TEST(XMem, MovesTakeBytesNumberAndErrorLeavingTheSourceEmptyAndClean) {
     expectBlock(source, QByteArray(), false);
     EXPECT_EQ(source.mem(), nullptr);
     EXPECT_EQ(source.getCounterMemBlock(), number); // keeps its number
-
     XMem target("old");
     target = std::move(moved);
     EXPECT_EQ(target.mem(), bytes);
@@ -101,41 +77,36 @@ TEST(XMem, MovesTakeBytesNumberAndErrorLeavingTheSourceEmptyAndClean) {
     EXPECT_EQ(moved.mem(), nullptr);
 }
 
-TEST(XMem, CopyAssignmentReusesCapacityRenumbersAndKeepsTheTargetsError) {
+TEST(XMem, AssignmentsKeepOrCarryErrorAndNumberEachByItsRule) {
+    // Copy assignment reuses the capacity, draws a new number, keeps the target's error.
     XMem target = blockInError(QByteArray(64, 'x'));
     char const *storage = target.mem();
     unsigned int const before = target.getCounterMemBlock();
     XMem const source("short");
     target = source;
-    EXPECT_EQ(target.mem(), storage); // fits in the capacity: no reallocation
+    EXPECT_EQ(target.mem(), storage);
     expectBlock(target, QByteArray("short\0", 6), true);
     EXPECT_NE(target.getCounterMemBlock(), before);
     EXPECT_NE(target.getCounterMemBlock(), source.getCounterMemBlock());
-}
-
-TEST(XMem, TextAssignmentsChangeOnlyTheBytes) {
-    XMem block = blockInError("abc");
-    unsigned int const number = block.getCounterMemBlock();
-    block = QStringLiteral("\u00e9");
-    EXPECT_EQ(bytesOf(block), QByteArray("\xc3\xa9\0", 3));
-    block = QByteArray("raw");
-    EXPECT_EQ(bytesOf(block), QByteArray("raw"));
-    block = std::string("s");
-    expectBlock(block, QByteArray("s\0", 2), true);
-    EXPECT_EQ(block.getCounterMemBlock(), number);
-}
-
-TEST(XMem, AssignAndCopyCarryBytesErrorAndNumber) {
-    XMem source = blockInError("abc");
-    unsigned int const old = source.getCounterMemBlock();
-    XMem target;
-    target._assign(source);
-    expectBlock(target, "abc", true);
-    EXPECT_EQ(target.getCounterMemBlock(), old);
-    XMem const twin = source.copy(); // the twin keeps the number, the source draws one
-    expectBlock(twin, "abc", true);
-    EXPECT_EQ(twin.getCounterMemBlock(), old);
-    EXPECT_NE(source.getCounterMemBlock(), old);
+    // Text assignments change only the bytes.
+    XMem text = blockInError("abc");
+    unsigned int const number = text.getCounterMemBlock();
+    text = QStringLiteral("\u00e9");
+    EXPECT_EQ(bytesOf(text), QByteArray("\xc3\xa9\0", 3));
+    text = QByteArray("raw");
+    EXPECT_EQ(bytesOf(text), QByteArray("raw"));
+    text = std::string("s");
+    expectBlock(text, QByteArray("s\0", 2), true);
+    EXPECT_EQ(text.getCounterMemBlock(), number);
+    // _assign and copy() carry bytes, error and number; copy() renumbers its source.
+    XMem assigned;
+    assigned._assign(text);
+    expectBlock(assigned, QByteArray("s\0", 2), true);
+    EXPECT_EQ(assigned.getCounterMemBlock(), number);
+    XMem const twin = text.copy();
+    expectBlock(twin, QByteArray("s\0", 2), true);
+    EXPECT_EQ(twin.getCounterMemBlock(), number);
+    EXPECT_NE(text.getCounterMemBlock(), number);
 }
 
 TEST(XMem, ReAllocKeepsTheHeadZeroesTheRestAndFillsOnAnythingButMinusOne) {
@@ -154,32 +125,28 @@ TEST(XMem, ReAllocKeepsTheHeadZeroesTheRestAndFillsOnAnythingButMinusOne) {
 
 TEST(XMem, SetStringStoresTheTerminatorAndPrintsTheLengthLine) {
     XMem block;
-    testing::internal::CaptureStdout();
-    block.setString("abc");
-    block.setString("");
-    EXPECT_EQ(block.length(), 1u);
-    EXPECT_EQ(block.get_string(), QString());
-    EXPECT_EQ(block.stringLen(), 0u);
-    block.setString(std::string("ab\0cd", 5)); // stops at the embedded 0
-    EXPECT_EQ(consoleLines(testing::internal::GetCapturedStdout()),
-              (QStringList{QStringLiteral("XMem::setString, len > 8GB, len:3"),
-                           QStringLiteral("XMem::setString, len > 8GB, len:2")}));
+    std::string const out = orv::test::coutWithoutTrailers([&] {
+        block.setString("abc");
+        block.setString("");
+        EXPECT_EQ(block.length(), 1u);
+        EXPECT_EQ(block.get_string(), QString());
+        EXPECT_EQ(block.stringLen(), 0u);
+        block.setString(std::string("ab\0cd", 5)); // stops at the embedded 0
+    });
+    EXPECT_EQ(out, "XMem::setString, len > 8GB, len:3\nXMem::setString, len > 8GB, len:2\n");
     EXPECT_EQ(bytesOf(block), QByteArray("ab\0", 3));
     EXPECT_EQ(block.toString(5, 5, false, true, false), QStringLiteral("[3] = HEX{61 62 00} "));
-
     block.setString(static_cast<char const *>(nullptr)); // empties, keeps the capacity
     EXPECT_EQ(block.length(), 0u);
     EXPECT_NE(block.mem(), nullptr);
     EXPECT_TRUE(block.isEmpty());
-}
-
-TEST(XMem, StringLenNeedsATerminatorInsideTheBlock) {
+    // stringLen needs a terminator inside the block.
     EXPECT_EQ(XMem("abc").stringLen(), 3u);
     EXPECT_EQ(XMem(QByteArray("ab\0cd", 5)).stringLen(), 2u);
     EXPECT_EQ(XMem(QByteArray("abcd")).stringLen(), 0u);
 }
 
-TEST(XMem, AppendGrowsBehindTheEndAlsoFromItsOwnBytes) {
+TEST(XMem, GrowsBehindTheEndAlsoFromItsOwnBytesWhereTheBaseRefusesToGrow) {
     XMem block(QByteArray("ab"));
     block.append_raw_data(QByteArray("cd"));
     for (int i = 0; i < 8; ++i) // its own head, while the storage moves
@@ -188,10 +155,6 @@ TEST(XMem, AppendGrowsBehindTheEndAlsoFromItsOwnBytes) {
     block.clear();
     EXPECT_EQ(block.length(), 0u);
     EXPECT_NE(block.mem(), nullptr);
-}
-
-TEST(XMem, SetMemResizesWhereTheBaseRefusesToGrow) {
-    XMem block(QByteArray("abc"));
     EXPECT_TRUE(block.setMem("xyzzy", 5));
     EXPECT_EQ(bytesOf(block), QByteArray("xyzzy"));
     EXPECT_FALSE(block.setMem(nullptr, 1));
@@ -200,12 +163,11 @@ TEST(XMem, SetMemResizesWhereTheBaseRefusesToGrow) {
     EXPECT_EQ(bytesOf(block), QByteArray("ab"));
 }
 
-TEST(XMem, StringRecordsAndArraysRoundTrip) {
+TEST(XMem, StringRecordsAndArraysRoundTripAndDamagedArraysGiveWhatCanBeRead) {
     XMem records;
     records.append_string(QStringLiteral("h\u00e9"));
     qint64 const len = 3;
     EXPECT_EQ(bytesOf(records), QByteArray(reinterpret_cast<char const *>(&len), 8) + "h\xc3\xa9");
-
     std::vector<QString> const texts = {QStringLiteral("one"), QString(), QStringLiteral("\u00fc")};
     XMem array("junk that goes");
     array.set_string_array(texts);
@@ -213,29 +175,25 @@ TEST(XMem, StringRecordsAndArraysRoundTrip) {
     array.set_string_array({});
     EXPECT_EQ(bytesOf(array), QByteArray(8, '\0'));
     EXPECT_TRUE(array.get_string_array().empty());
-}
 
-TEST(XMem, DamagedStringArraysGiveWhatCanBeRead) {
-    XMem array;
     array.set_string_array({QStringLiteral("one"), QStringLiteral("two")});
     QByteArray const good = bytesOf(array);
     QByteArray hugeLength = good, negativeLength = good;
     hugeLength[8 + 7] = '\x7f';
     negativeLength[8 + 7] = '\x80';
     std::tuple<char const *, QByteArray, size_t> const rows[] = {
-        {"empty", QByteArray(), 0},
-        {"short of a count", QByteArray(7, '\x01'), 0},
+        // clang-format off
+        {"empty", QByteArray(), 0}, {"short of a count", QByteArray(7, '\x01'), 0},
         {"truncated record", good.left(good.size() - 1), 1},
-        {"truncated length", good.left(8 + 11 + 4), 1},
-        {"huge length", hugeLength, 0},
+        {"truncated length", good.left(8 + 11 + 4), 1}, {"huge length", hugeLength, 0},
         {"negative length", negativeLength, 0},
         {"count without records", QByteArray("\xff\xff\xff\xff\xff\xff\xff\x7f", 8), 0},
-    };
+    }; // clang-format on
     for (auto const &[name, bytes, expected] : rows)
         EXPECT_EQ(XMem(bytes).get_string_array().size(), expected) << name;
 }
 
-TEST(XMem, CharAccessSetsTheErrorWord) {
+TEST(XMem, CharAccessSetsTheErrorWordAndByteArraysCopyDeeply) {
     XMem block;
     char c = 'x';
     EXPECT_FALSE(block.charAtPos(c, 0));
@@ -243,28 +201,22 @@ TEST(XMem, CharAccessSetsTheErrorWord) {
     block.clearError();
     EXPECT_FALSE(block.setCharAtPos('a', 0));
     EXPECT_TRUE(block.isOrvError(XError::ORV_ERROR_NOT_INITIALIZED));
+    EXPECT_TRUE(XMem().createByteArray().isEmpty());
     block.clear();
     EXPECT_TRUE(block.isOK());
-
     block = QByteArray("ab");
+    orv::XByteArray const copy = block.createByteArray();
     EXPECT_TRUE(block.charAtPos(c, 1));
     EXPECT_EQ(c, 'b');
     EXPECT_TRUE(block.setCharAtPos('z', 0));
     expectBlock(block, "zb", false);
+    EXPECT_EQ(QByteArray(copy), QByteArray("ab"));
     EXPECT_FALSE(block.setCharAtPos('z', 2));
     EXPECT_TRUE(block.isOrvError(XError::ORV_ERROR_OUT_OF_RANGE));
     EXPECT_FALSE(static_cast<bool>(block)); // bytes, but in error
 }
 
-TEST(XMem, CreateByteArrayCopiesDeeply) {
-    XMem block(QByteArray("abc"));
-    orv::XByteArray const copy = block.createByteArray();
-    block.setCharAtPos('z', 0);
-    EXPECT_EQ(QByteArray(copy), QByteArray("abc"));
-    EXPECT_TRUE(XMem().createByteArray().isEmpty());
-}
-
-TEST(XMemFiles, LoadFromFileReadsThePartOrTheWhole) {
+TEST(XMemFiles, LoadsReadThePartTheWholeOrAQtResource) {
     QTemporaryDir dir;
     QString const path = writeFile(dir, "a.bin", "0123456789");
     XMem block;
@@ -274,6 +226,14 @@ TEST(XMemFiles, LoadFromFileReadsThePartOrTheWhole) {
     EXPECT_EQ(bytesOf(block), QByteArray("0123456789"));
     EXPECT_TRUE(block.loadFromFileAsString(path));
     expectBlock(block, QByteArray("0123456789\0", 11), false);
+    EXPECT_TRUE(block.loadMem(writeFile(dir, "b.bin", "abc")));
+    EXPECT_EQ(bytesOf(block), QByteArray("abc"));
+    ASSERT_TRUE(QResource::registerResource(QStringLiteral(ORV_TEST_DATA_DIR "/xmem.rcc")));
+    EXPECT_TRUE(block.loadMem(QStringLiteral(":/xmem/hello.txt")));
+    EXPECT_EQ(bytesOf(block), QByteArray("hello resource\n"));
+    EXPECT_FALSE(block.loadMem(QStringLiteral(":/xmem/none.txt")));
+    EXPECT_TRUE(block.isOrvError(XError::ORV_ERROR_CANNOT_READ_RESOURCE));
+    QResource::unregisterResource(QStringLiteral(ORV_TEST_DATA_DIR "/xmem.rcc"));
 }
 
 TEST(XMemFiles, LoadFailuresAndTheirErrorWords) {
@@ -299,19 +259,6 @@ TEST(XMemFiles, LoadFailuresAndTheirErrorWords) {
     EXPECT_TRUE(block.isError());
 }
 
-TEST(XMemFiles, LoadMemReadsFilesAndQtResources) {
-    QTemporaryDir dir;
-    XMem block;
-    EXPECT_TRUE(block.loadMem(writeFile(dir, "a.bin", "abc")));
-    EXPECT_EQ(bytesOf(block), QByteArray("abc"));
-    ASSERT_TRUE(QResource::registerResource(QStringLiteral(ORV_TEST_DATA_DIR "/xmem.rcc")));
-    EXPECT_TRUE(block.loadMem(QStringLiteral(":/xmem/hello.txt")));
-    EXPECT_EQ(bytesOf(block), QByteArray("hello resource\n"));
-    EXPECT_FALSE(block.loadMem(QStringLiteral(":/xmem/none.txt")));
-    EXPECT_TRUE(block.isOrvError(XError::ORV_ERROR_CANNOT_READ_RESOURCE));
-    QResource::unregisterResource(QStringLiteral(ORV_TEST_DATA_DIR "/xmem.rcc"));
-}
-
 TEST(XMemFiles, SaveWritesTheBlockOrSaysWhyNot) {
     QTemporaryDir dir;
     QString const m = dir.filePath("m.bin"), s = dir.filePath("s.bin");
@@ -325,14 +272,12 @@ TEST(XMemFiles, SaveWritesTheBlockOrSaysWhyNot) {
     EXPECT_FALSE(block.saveToFile(s, 7));
     EXPECT_TRUE(block.isOrvError(XError::ORV_ERROR_OUT_OF_RANGE));
     EXPECT_EQ(readFile(s), QByteArray()); // opened, so emptied
-
     block.clearError();
     EXPECT_FALSE(block.saveMem(dir.filePath("no/dir/m.bin")));
     EXPECT_TRUE(block.isOrvError(XError::ORV_ERROR_CANNOT_READ_RESOURCE));
     block.clearError();
     EXPECT_FALSE(block.saveToFile(dir.filePath("no/dir/s.bin"), 0));
     EXPECT_EQ(block.getErrno(), static_cast<unsigned int>(ENOENT));
-
     XMem empty;
     EXPECT_FALSE(empty.saveMem(dir.filePath("e.bin")));
     EXPECT_TRUE(empty.isOrvError(XError::ORV_ERROR_NOT_INITIALIZED));
@@ -343,13 +288,7 @@ TEST(XMemFiles, SaveWritesTheBlockOrSaysWhyNot) {
 }
 
 TEST(XMemDeathTest, RawDataFromNullIsFatal) {
-    GTEST_FLAG_SET(death_test_style, "threadsafe");
     XMem block;
-    // The fatal report goes to the console; the death test reads stderr.
-    EXPECT_EXIT(
-        {
-            dup2(STDERR_FILENO, STDOUT_FILENO);
-            block.set_raw_data(nullptr, 1);
-        },
-        testing::ExitedWithCode(1), "nullptr:pMem == NULL\n[^\n]*base/src/tools/xmem/XMem\\.cpp\n");
+    orv::test::expectFatal([&] { block.set_raw_data(nullptr, 1); },
+                           "^nullptr:pMem == NULL\n[^\n]*base/src/tools/xmem/XMem\\.cpp\n");
 }

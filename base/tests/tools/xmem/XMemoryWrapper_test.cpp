@@ -4,12 +4,10 @@
 
 #include "orv/XByteArray.h"
 #include "orv/XMem.h"
-#include "support/CapturingAppender.h"
-#include "support/QtPrinters.h"
+
+#include "support/Test.h"
 
 #include <QtCore/QDataStream>
-
-#include <gtest/gtest.h>
 
 using orv::XMemoryWrapper;
 
@@ -50,7 +48,7 @@ TEST(XMemoryWrapper, WriteThatDoesNotFitWritesNothing) {
     EXPECT_EQ(device.size(), 4);
 }
 
-TEST(XMemoryWrapper, ByteArrayIsTheBlockUpToThePosition) {
+TEST(XMemoryWrapper, ByteArrayIsTheBlockUpToThePositionAndAnEmptySourceLeavesItEmpty) {
     orv::test::CapturingAppender &log = orv::test::startCapturingLogger();
     orv::XMem mem(8, 0);
     XMemoryWrapper device(mem, QIODevice::NotOpen);
@@ -69,14 +67,10 @@ TEST(XMemoryWrapper, ByteArrayIsTheBlockUpToThePosition) {
 
     device.fillPattern(QStringLiteral("xy"));
     EXPECT_EQ(QByteArray(mem.mem(), 8), QByteArray("xyxyxyxy"));
-}
-
-TEST(XMemoryWrapper, EmptySourcesLeaveTheWrapperEmpty) {
-    orv::test::CapturingAppender &log = orv::test::startCapturingLogger();
     orv::XMem empty;
-    XMemoryWrapper device(empty, QIODevice::ReadWrite);
-    EXPECT_EQ(device.mem(), nullptr);
-    EXPECT_FALSE(device.isOpen());
+    XMemoryWrapper onEmpty(empty, QIODevice::ReadWrite);
+    EXPECT_EQ(onEmpty.mem(), nullptr);
+    EXPECT_FALSE(onEmpty.isOpen());
     EXPECT_TRUE(log.waitForText("XMemoryWrapper::XMemoryWrapper, pMem == nullptr"));
 }
 

@@ -4,12 +4,10 @@
 
 #include "orv/XByteArray.h"
 #include "orv/XMem.h"
-#include "support/LoggedLines.h"
-#include "support/QtPrinters.h"
+
+#include "support/Test.h"
 
 #include <QtCore/QCoreApplication>
-
-#include <gtest/gtest.h>
 
 using orv::XSharedMemory;
 using orv::test::linesLoggedBy;

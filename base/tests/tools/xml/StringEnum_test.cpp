@@ -3,10 +3,7 @@
 #include "orv/StringEnum.h"
 #include "orv/XRecord.h"
 
-#include "support/CapturingAppender.h"
-#include "support/QtPrinters.h"
-
-#include <gtest/gtest.h>
+#include "support/Test.h"
 
 #include <tuple>
 
@@ -17,14 +14,11 @@ TEST(StringEnum, LeadingNumberSelectsAnEntry) {
     using Entries = std::vector<QString>;
     // text, index, selected entry, entries
     std::tuple<char const *, int, char const *, Entries> const rows[] = {
-        {"2,a,b,c", 2, "c", {"a", "b", "c"}},
-        {"0,red", 0, "red", {"red"}},
-        {"a,b", -1, "", {"a", "b"}},
-        {"7,a,b", 7, "", {"a", "b"}},
-        {"", -1, "", {}},
-        {"1", 1, "", {}},
-        {"1,,x", 1, "x", {"", "x"}},
-    };
+        // clang-format off
+        {"2,a,b,c", 2, "c", {"a", "b", "c"}}, {"0,red", 0, "red", {"red"}},
+        {"a,b", -1, "", {"a", "b"}}, {"7,a,b", 7, "", {"a", "b"}}, {"", -1, "", {}},
+        {"1", 1, "", {}}, {"1,,x", 1, "x", {"", "x"}},
+    }; // clang-format on
     for (auto const &[text, index, selected, entries] : rows) {
         SCOPED_TRACE(text);
         StringEnum const e{QString(text)};

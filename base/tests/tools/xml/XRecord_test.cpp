@@ -3,12 +3,10 @@
 #include "orv/XRecord.h"
 
 #include "orv/XMem.h"
-#include "support/CapturingAppender.h"
-#include "support/QtPrinters.h"
+
+#include "support/Test.h"
 
 #include <QtCore/QByteArray>
-
-#include <gtest/gtest.h>
 
 #include <tuple>
 #include <type_traits>
@@ -132,7 +130,7 @@ TEST(XRecord, ArrayFloatFillsUpAndTruncatesWithWarnings) {
     EXPECT_TRUE(log.waitForText("XRecord::setArrayFloat, ar == nullptr"));
 }
 
-TEST(XRecord, KeepsListsBytesAndBlocksInOneAttribute) {
+TEST(XRecord, KeepsListsBytesBlocksAndBase64TextsInOneAttribute) {
     XRecord r;
     r.setQByteArray("q", QByteArray("\x01\xff", 2));
     EXPECT_EQ(stored(r, "q"), QString::fromLatin1(QByteArray("1, 255").toBase64()));
@@ -153,6 +151,10 @@ TEST(XRecord, KeepsListsBytesAndBlocksInOneAttribute) {
     EXPECT_EQ(withValue(" a, b\tc ").getArrayString("k"), (std::vector<QString>{"a", "b", "c"}));
     EXPECT_TRUE(withValue("a,b").hasArray("k"));
     EXPECT_FALSE(withValue("a b").hasArray("k"));
+    orv::String64 s64;
+    s64 = QStringLiteral("h\u00e9llo");
+    EXPECT_EQ(s64.encoded(), QStringLiteral("aMOpbGxv"));
+    EXPECT_EQ(s64.toString(), QStringLiteral("h\u00e9llo"));
 }
 
 TEST(XRecord, KeepsKeysInOrderAndPrintsInIt) {
@@ -187,40 +189,28 @@ TEST(XRecord, EmptyNameCountsAsNoNameAndIsNotCopied) {
     EXPECT_EQ(r.getSetString("new", "w"), QStringLiteral("v"));
 }
 
-TEST(XRecord, ReadsTextUpToTheFirstMalformedPart) {
+TEST(XRecord, ReadsTextUpToTheFirstMalformedPartAndFillsFromTheEnvironment) {
     // text, key=value pairs, by lines, toStringEnv afterwards
     std::tuple<char const *, bool, bool, char const *> const rows[] = {
+        // clang-format off
         {"a=1; b = \"x y\"", true, false, "a=1 b=x y"},
         {"a=1\nb=2\r\nc=3", true, true, "a=1 b=2 c=3"},
         {"a=\"1\" b=\"2\" e=\"\"", false, false, "a=1 b=2 e="},
-        {"a=1; b==2; c=3", true, false, "a=1"},
-        {"a=1; x\"y\"z; c=3", true, false, "a=1 c=3"},
-        {"a=1; b c = \"2\"; c=3", true, false, "a=1"},
-        {"a=\"1\" b=2", false, false, "a=1"},
-        {"a=\"1\" b=\"2", false, false, "a=1"},
-        {"a=\"1\" ", false, false, "a=1"},
+        {"a=1; b==2; c=3", true, false, "a=1"}, {"a=1; x\"y\"z; c=3", true, false, "a=1 c=3"},
+        {"a=1; b c = \"2\"; c=3", true, false, "a=1"}, {"a=\"1\" b=2", false, false, "a=1"},
+        {"a=\"1\" b=\"2", false, false, "a=1"}, {"a=\"1\" ", false, false, "a=1"},
         {"", false, false, ""},
-    };
+    }; // clang-format on
     for (auto const &[text, pairs, lines, expected] : rows) {
         XRecord r;
         r.fromString(text, pairs, lines);
         EXPECT_EQ(r.toStringEnv(), QString::fromLatin1(expected)) << text;
     }
-}
-
-TEST(XRecord, FillsFromTheEnvironment) {
     qputenv("ORV_XRECORD_TEST", "v=1");
-    XRecord r;
-    r.fromEnvironment();
-    EXPECT_EQ(stored(r, "ORV_XRECORD_TEST"), QStringLiteral("v=1"));
+    XRecord env;
+    env.fromEnvironment();
     qunsetenv("ORV_XRECORD_TEST");
-}
-
-TEST(String64, KeepsTheBase64FormAndGivesTheText) {
-    orv::String64 s;
-    s = QStringLiteral("h\u00e9llo");
-    EXPECT_EQ(s.encoded(), QStringLiteral("aMOpbGxv"));
-    EXPECT_EQ(s.toString(), QStringLiteral("h\u00e9llo"));
+    EXPECT_EQ(stored(env, "ORV_XRECORD_TEST"), QStringLiteral("v=1"));
 }
 
 TEST(XRecord, ShowsContentsWithBase64KeysDecoded) {
