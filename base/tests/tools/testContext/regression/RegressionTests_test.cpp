@@ -257,12 +257,15 @@ TEST(RegressionTests, OutcomeLinesCarryTheRunnersIdAndEveryTestStartsAtLineZero)
     RegressionTests regression;
     ASSERT_TRUE(regression.addTest("echo --say first"));
     ASSERT_TRUE(regression.addTest("echo --say second"));
-    ppTest("outcome start");
+    int const round = test::nextLoggedRound();
+    QString const start = QStringLiteral("outcome start %1").arg(round);
+    QString const end = QStringLiteral("outcome end %1").arg(round);
+    ppTest(start);
     regression.runTests(Kernel::kernel());
-    ppTest("outcome end");
-    ASSERT_TRUE(log.waitForText("outcome end"));
+    ppTest(end);
+    ASSERT_TRUE(log.waitForText(end));
     std::vector<unsigned int> outcomeIds, echoNumbers;
-    for (test::CapturedLine const &line : log.takenFrom("outcome start")) {
+    for (test::CapturedLine const &line : log.takenFrom(start)) {
         if (line.text.startsWith("TEST ["))
             outcomeIds.push_back(line.level >> 16);
         if (line.text.startsWith("echo say="))
