@@ -27,8 +27,12 @@ void XFunctionWorker::stopThread() {
 }
 
 void XFunctionWorker::setWorker(std::function<int()> f) {
-    QtMutexLock lock(&mutex);
-    job = std::move(f);
+    {
+        QtMutexLock lock(&mutex);
+        job = std::move(f);
+    }
+    // Outside the job's lock: the woken loop takes that lock first thing. The loop
+    // looks at the job after arming, so a job stored before the wake is never missed.
     watcher.set_flags(1);
 }
 

@@ -51,8 +51,11 @@ void XThreadWorker::stopThread(unsigned long msWait) {
 }
 
 void XThreadWorker::setWorker(XWorker *worker) {
-    QtMutexLock lock(&mutex);
-    job = worker;
+    {
+        QtMutexLock lock(&mutex);
+        job = worker;
+    }
+    // Outside the job's lock, as in XFunctionWorker::setWorker.
     watcher.set_flags(1);
 }
 
