@@ -53,56 +53,52 @@ protected:
     QTemporaryDir dir;
 };
 
-// Each run gives its status and output lines that hold every text of has and none of lacks.
+// Each run gives its status and output lines that hold every text of has and none of
+// lacks. "@list" stands for the path of a file with the row's lines.
 TEST_F(RegressionRun, StatusIsZeroWhateverTheTestsGave) {
     QFile(dir.filePath("data.txt")).open(QIODevice::WriteOnly);
-    QString const path = list("pass\nfail\nfileExists --file $(RELPATH)/data.txt\n");
+    QString const path = dir.filePath("list.txt");
     QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
     env.insert("ORV_LIST", path);
+    QByteArray const three = "pass\nfail\nfileExists --file $(RELPATH)/data.txt\n";
+    QByteArray const quiet = "RegTestConfig --logLevel 1\npass\n";
     struct Row {
+        QByteArray lines;
         QStringList args;
         int exitCode;
         QStringList has, lacks;
     } const rows[] = {
-        {{}, 30, {}, {"RegressionTests"}},
-        {{"zzz"}, 0, {"RegressionTests, <<<", "*** RegressionTests: All 0 tests are OK"}, {}},
-        {{path},
+        {"", {}, 30, {}, {"RegressionTests"}},
+        {"", {"zzz"}, 0, {"RegressionTests, <<<", "*** RegressionTests: All 0 tests are OK"}, {}},
+        {three,
+         {"@list"},
          0,
-         {"RegressionTests, <<<" + QDir::toNativeSeparators(path) + ">>>",
+         {"RegressionTests, <<<" + path + ">>>",
           "RegressionTests::execRegressionTests, run 3 tests now...", "TEST [001] 'pass', in",
           "TEST [002] 'fail' Error:4 => 'file not found', in",
           "looking for '" + dir.filePath("data.txt") + "'", "TEST [003] 'fileExists', in",
           "~~~ RegressionTests: Total Tests:3, 2 are OK, 1 Failed",
           "RegressionTests::execRegressionTests, run 3 tests within"},
          {"TEST 'pass'"}}, // a TEST line, below the run's level 3
-        // The argument may name the file through a variable.
-        {{"$(ORV_LIST)", "--logLevel", "4"}, 0, {"TEST 'pass'", "2 are OK, 1 Failed"}, {}},
-        {{"pass"}, 0, {"pass ran", "All 1 tests are OK"}, {}},
+        // The argument may name the file through a variable; the command line's level
+        // beats the file's.
+        {three, {"$(ORV_LIST)", "--logLevel", "4"}, 0, {"TEST 'pass'", "2 are OK, 1 Failed"}, {}},
+        {quiet, {"@list"}, 0, {}, {"pass ran", "All 1 tests are OK"}},
+        {quiet, {"@list", "--logLevel", "3"}, 0, {"pass ran"}, {}},
+        {"", {"@list"}, 1, {"RegressionTests::execRegressionTests, problems loading <" + path}, {}},
     };
     for (Row const &row : rows) {
-        HelperRun const run = runHelper(row.args, env);
-        SCOPED_TRACE(row.args.join(' ').toStdString() + "\n" + run.output.toStdString());
+        list(row.lines);
+        QStringList args = row.args;
+        args.replaceInStrings("@list", path);
+        HelperRun const run = runHelper(args, env);
+        SCOPED_TRACE(args.join(' ').toStdString() + "\n" + run.output.toStdString());
         EXPECT_EQ(run.exitCode, row.exitCode);
         for (QString const &text : row.has)
             EXPECT_TRUE(run.output.contains(text)) << text.toStdString();
         for (QString const &text : row.lacks)
             EXPECT_FALSE(run.output.contains(text)) << text.toStdString();
     }
-}
-
-TEST_F(RegressionRun, TheLevelOfTheCommandLineBeatsTheFile) {
-    QString const path = list("RegTestConfig --logLevel 1\npass\n");
-    EXPECT_FALSE(runHelper({path}).output.contains("pass ran"));
-    EXPECT_TRUE(runHelper({path, "--logLevel", "3"}).output.contains("pass ran"));
-}
-
-TEST_F(RegressionRun, AFileThatCannotBeReadGivesOne) {
-    QString const path = list("");
-    HelperRun const run = runHelper({path});
-    EXPECT_EQ(run.exitCode, 1);
-    EXPECT_TRUE(run.output.contains("RegressionTests::execRegressionTests, problems loading <" +
-                                    path + ">"))
-        << run.output.toStdString();
 }
 
 // The fatal handler ends the whole run after its 5 s: tests share the process.
