@@ -36,7 +36,8 @@ public:
 // A worker whose job is a function. setWorker from any thread.
 //
 // The destructor stops the loop and waits for the call under way to return: a job
-// that never returns keeps the destructor waiting.
+// that never returns keeps the destructor waiting, and a job must not destroy its own
+// worker.
 class ORV_EXPORT XFunctionWorker : private QThread {
 public:
     XFunctionWorker();
