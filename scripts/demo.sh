@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Builds the orv program and runs a few of its commands on the sample data, with a
-# file log in a temporary folder.
+# file log in a temporary folder, and ends with the regression list of all commands.
 set -euo pipefail
 root=$(cd "$(dirname "$0")/.." && pwd)
 "$root/scripts/bootstrap.sh"
@@ -37,3 +37,6 @@ run format --text 'copied $ files to $ in $ s' --args 12,backup,0.5
 run loginfo --logLevel warn
 printf '\nThe logs went to %s:\n' "$logDir"
 wc -l "$logDir"/demo-*.log
+# Last, the whole program at once: every command on the sample data, with the runs
+# that must fail, and the summary (status 1, for those failures).
+run regression --file "$data/regression.txt"

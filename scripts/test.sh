@@ -26,9 +26,10 @@ case "$mode" in
     # Threads, watchers, schedulers, timers, the logger and the kernel's hand-over to the
     # GUI thread (and the XML parse on a worker, the tree's hand-over) live in these test
     # folders; find searches one filter on two threads; the socket tests run servers and
-    # clients on threads of their own.
+    # clients on threads of their own; workers stay on their threads; a regression run has a
+    # watch thread for hanging tests.
     tsan_areas=(tools_thread tools_time tools_log tools_kernel tools_kernelNoApp tools_xml find
-        tools_io_xsock tools_xtree)
+        tools_io_xsock tools_xtree tools_thread_worker tools_testContext_regression)
     ctest_args=(-L "^($(IFS='|'; echo "${tsan_areas[*]}"))\$")
     # Only those test programs are built: the rest of the tree has no threads of its own.
     build_args=(--target $(printf 'orv_%s_test ' "${tsan_areas[@]}"))

@@ -33,8 +33,8 @@ QString sample(char const *name) { return QStringLiteral(ORV_SAMPLE_DIR "/") + n
 TEST(OrvProgram, ListingNamesEveryCommandWithItsDescriptionAndGives1) {
     // In alphabetical order; the count below follows the list.
     QStringList const commands{
-        "cmdline", "format", "get",  "grep",        "lines", "loginfo",
-        "md5",     "serve",  "tree", "triangulate", "xml",
+        "cmdline", "format",     "get",   "grep", "lines",       "loginfo",
+        "md5",     "regression", "serve", "tree", "triangulate", "xml",
     };
     ChildRun const run = runOrv({});
     EXPECT_EQ(run.exitCode, 1);
@@ -111,6 +111,15 @@ TEST(OrvProgram, CommandsGiveTheirResultAndStatus) {
          {"5 elements, 7 attributes, depth 1", "<camera fov=\"60\" >front view</camera>"},
          {}},
         {{"xml", "--file", sample("missing.xml")}, 4, {"xml: file '"}, {}},
+        {{"regression"}, 6, {"regression: give either --file F or --filter P"}, {}},
+        {{"regression", "--file", sample("missing.txt")}, 4, {"regression: file '"}, {}},
+        // A filter runs the commands without arguments.
+        {{"regression", "--filter", "md5"},
+         1,
+         {"TEST [001] 'md5' Error:6 => 'argument problem (missing, range, ... ?)'",
+          "~~~ RegressionTests: Total Tests:1, 0 are OK, 1 Failed"},
+         {}},
+        {{"regression", "--filter", "zzz"}, 0, {"*** RegressionTests: All 0 tests are OK"}, {}},
         {{"xml", "--file", sample("include-loop.xml")}, 7, {"includes itself"}, {}},
         {{"xml", "--file", sample("scene.xml"), "--schema", sample("scene-schema.xml")},
          7,
@@ -181,6 +190,31 @@ TEST(OrvProgram, TriangulateReadsAPolygonFileAndRefusesBadOnes) {
     EXPECT_EQ(runOrv({"triangulate"}).exitCode, 6);
     EXPECT_EQ(runOrv({"triangulate", "--file", dir.filePath("missing.txt")}).exitCode, 4);
     EXPECT_EQ(runOrv({"triangulate", "--file", dir.path()}).exitCode, 4);
+}
+
+// Every command the listing names runs in the sample regression list, which holds four
+// runs that must fail.
+TEST(OrvProgram, TheSampleRegressionListRunsEveryCommand) {
+    QRegularExpression const listed(QStringLiteral("\\] +(\\w+) \\.+ "));
+    QStringList commands;
+    for (QString const &line : runOrv({}).output.split('\n')) {
+        QRegularExpressionMatch const match = listed.match(line);
+        if (match.hasMatch())
+            commands << match.captured(1);
+    }
+    ASSERT_GE(commands.size(), 9) << commands.join(' ').toStdString();
+    ChildRun const run = runOrv({"regression", "--file", sample("regression.txt")});
+    EXPECT_EQ(run.exitCode, 1) << run.output.toStdString();
+    for (QString const &command : commands) {
+        QRegularExpression const ran(QStringLiteral("TEST \\[\\d{3}\\] '%1'").arg(command));
+        EXPECT_TRUE(run.output.contains(ran)) << command.toStdString();
+    }
+    QRegularExpression const summary(
+        QStringLiteral("~~~ RegressionTests: Total Tests:(\\d+), (\\d+) are OK, 7 Failed\\n"));
+    QRegularExpressionMatch const counts = summary.match(run.output);
+    ASSERT_TRUE(counts.hasMatch()) << run.output.toStdString();
+    EXPECT_EQ(counts.captured(1).toInt(), counts.captured(2).toInt() + 7);
+    EXPECT_TRUE(run.output.contains("regression: a regression run can't start another one"));
 }
 
 TEST(OrvProgram, LogFileHoldsTheHeaderAndTheLines) {

@@ -45,6 +45,11 @@ public:
     unsigned int getLogLevel() const { return level.flags(); }
     // Stores the level with this library's id in the high half.
     void setLogLevel(unsigned int flags) { level = flags | LIBRARY_LEVEL_BITS; }
+    // Stores the level with another id in the high half: for lines that speak for a
+    // part of the program rather than for this library.
+    void setLogLevel(unsigned int flags, unsigned int libraryId) {
+        level = flags | (libraryId << 16);
+    }
     unsigned int getLibIdentifier() const { return getLibraryID(level.flags()); }
     unsigned int getSpace() const { return space; }
     void setSpace(unsigned int blanks) { space = blanks; }
