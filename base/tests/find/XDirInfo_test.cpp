@@ -48,7 +48,7 @@ TEST(XDirInfo, WalkListsWhatFindListsFollowingLinksButNotTheLoop) {
 }
 
 TEST(XDirInfo, SecondScanComesFromTheCacheUntilRescanIsSet) {
-    test::SampleTree const tree;
+    test::SampleTree tree;
     XDirInfo info;
     info.scan_dir(tree.root());
     int const files = info.countFiles;
@@ -56,7 +56,7 @@ TEST(XDirInfo, SecondScanComesFromTheCacheUntilRescanIsSet) {
     EXPECT_TRUE(XDirInfo::cacheDir.containsKey(tree.root()));
     EXPECT_FALSE(XDirInfo::cacheDir.containsKey(tree.root() + QLatin1Char('/')));
 
-    QFile(tree.path(QStringLiteral("new.txt"))).open(QIODevice::WriteOnly);
+    tree.write(QStringLiteral("new.txt"), "fox");
     std::vector<QString> const lines = test::linesLoggedBy([&] { info.scan_dir(tree.root()); });
     EXPECT_EQ(lines,
               std::vector<QString>{

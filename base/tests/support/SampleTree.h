@@ -61,6 +61,9 @@ public:
     }
 
     QString root() const { return dir.path(); }
+    QString write(QString const &name, QByteArray const &bytes) {
+        return writeFile(dir, name, bytes);
+    }
     QString path(QString const &name) const { return dir.filePath(name); }
     void setTime(QString const &name, QDateTime const &time) {
         QFile file(dir.filePath(name));
