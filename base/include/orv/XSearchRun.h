@@ -49,7 +49,8 @@ public:
     struct FileResult {
         QString path;
         quint64 size = 0;
-        quint64 lines = 0;       // file lines searched; 0 when no term occurs at all
+        quint64 lines = 0;       // file lines; 0 for a file passed over whole
+                                 // (no term in it where the expression needs one)
         quint64 hits = 0;        // marks
         bool binary = false;     // the head holds control bytes
         bool unreadable = false; // could not be opened (gone, no permission)

@@ -177,8 +177,8 @@ void XSearchRun::searchBytes(Worker &worker, FileResult &result) const {
             result.hitLines = hitLines(worker.lineHits);
         return;
     }
-    // The line table only where the expression needs one and the file holds a term
-    // at all (file scope, regular expressions, "~a" alone).
+    // Every line must be looked at here (file scope, regular expressions, "~a" alone),
+    // so the line table is built, unless no term occurs in the file at all.
     if (!filter.mayMatch(data, size))
         return;
     XLineReaderDA reader(worker.bytes, maxLineLength, true);
