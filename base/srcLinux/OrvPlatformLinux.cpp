@@ -77,6 +77,8 @@ int replaceProcess(char *const *argv, char *const *envv) {
 // A terminal belongs to the session, not to the process: nothing to release.
 void releaseConsole() {}
 
+bool isTerminal(std::FILE *stream) { return stream && ::isatty(::fileno(stream)) == 1; }
+
 // glibc's off_t is 64 bits wide on this target, so the o-forms cover large files.
 std::FILE *fopenPath(QString const &path, char const *mode) {
     return std::fopen(QFile::encodeName(path).constData(), mode);

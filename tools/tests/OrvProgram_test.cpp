@@ -33,8 +33,8 @@ QString sample(char const *name) { return QStringLiteral(ORV_SAMPLE_DIR "/") + n
 TEST(OrvProgram, ListingNamesEveryCommandWithItsDescriptionAndGives1) {
     // In alphabetical order; the count below follows the list.
     QStringList const commands{
-        "cmdline", "format",     "get",   "grep", "lines",       "loginfo",
-        "md5",     "regression", "serve", "tree", "triangulate", "xml",
+        "cmdline", "find",       "format", "get",  "grep",        "lines", "loginfo",
+        "md5",     "regression", "serve",  "tree", "triangulate", "xml",
     };
     ChildRun const run = runOrv({});
     EXPECT_EQ(run.exitCode, 1);
@@ -106,6 +106,36 @@ TEST(OrvProgram, CommandsGiveTheirResultAndStatus) {
          {"loginfo line 1 at ERROR"},
          {"loginfo line 1 at WARN", "loginfo line 1 at INFO", "executing test 'loginfo'"}},
         {{"loginfo"}, 0, {"loginfo line 1 at TEST", "executing test 'loginfo'"}, {}},
+        // A tree search: hits as grep prints them, the counters, no progress on a pipe.
+        // The folder's other files grow with the samples: the names fix the two searched.
+        {{"find", "--dir", ORV_SAMPLE_DIR, "--expr", "fox{i}", "--name", "fox.txt,command.txt"},
+         0,
+         {sample("command.txt") + ":1:12:copy --from fox.txt",
+          sample("fox.txt") + ":1:16:The quick brown fox jumps over the lazy dog",
+          ", files :2, lines :2, ", ", hits :2\n",
+          "2 matching files (0 binary), 0 unreadable folders, 0 unreadable files"},
+         {"find: scanning", "\r"}},
+        {{"find", "--dir", ORV_SAMPLE_DIR, "--name", "*.xml", "--max-size", "48"},
+         0,
+         {sample("include-loop.xml"), sample("scene-camera.xml")},
+         {sample("scene.xml")}},
+        {{"find"}, 6, {"find: missing --dir"}, {}},
+        {{"find", "--dir", sample("missing")}, 4, {"find: folder '"}, {}},
+        {{"find", "--dir", ORV_SAMPLE_DIR, "--expr", "(fox"}, 2, {"find: bad expression"}, {}},
+        {{"find", "--dir", ORV_SAMPLE_DIR, "--min-size", "10q"},
+         6,
+         {"find: --min-size: '10q' is no size"},
+         {}},
+        {{"find", "--dir", ORV_SAMPLE_DIR, "--newer", "2024-13-01"},
+         6,
+         {"find: --newer: '2024-13-01' is no date"},
+         {}},
+        {{"find", "--dir", ORV_SAMPLE_DIR, "--ext", ","}, 6, {"names no extension"}, {}},
+        {{"find", "--dir", ORV_SAMPLE_DIR, "--min-size", "2k", "--max-size", "1k"},
+         6,
+         {"--min-size is above --max-size"},
+         {}},
+        {{"find", "--dir", ORV_SAMPLE_DIR, "--threads", "0"}, 6, {"--threads must be"}, {}},
         {{"xml", "--file", sample("scene.xml"), "--query", "camera"},
          0,
          {"5 elements, 7 attributes, depth 1", "<camera fov=\"60\" >front view</camera>"},

@@ -131,6 +131,12 @@ public:
     // queue and mask. A null text prints "ppCout(nullptr)".
     static void printToCout(QString const &text);
     static void printToCout(char const *text);
+    // Whether stdout is a terminal: progress lines are for people, not for pipes and files.
+    static bool isConsoleTerminal();
+    // Rewrites the one status line at the foot of a terminal in place (no line end);
+    // console lines written meanwhile appear above it. An empty text erases it. For
+    // terminals only: the line holds control characters.
+    static void printStatusLine(QString const &text);
 
     // printf-style lines at DEBUG, at most 4096 characters, through one static buffer.
     static void debug(char const *format, ...) Q_ATTRIBUTE_FORMAT_PRINTF(1, 2);

@@ -121,6 +121,23 @@ public:
     XRamLayer search(XLineReaderDA const &reader) const;
     // Whether the file matches at all.
     bool matches(XLineReaderDA const &reader) const { return search(reader).isValid(); }
+    // One file line that matched, as findLines gives it.
+    struct LineHits {
+        XLineInfo li; // the line's first byte and its number from 0
+        QString text; // a CR before the LF stays part of it
+        XRamLayer marks;
+    };
+    // find() without a line table, in paragraph and sentence scope: the prefilter walks
+    // the bytes, and only the file lines that hold a term are cut out at their line feeds,
+    // numbered and evaluated, giving the marks find() gives. lines gets the file's line
+    // count. False, with nothing found, where every line must be evaluated (regular
+    // expressions, file scope, an expression that a line without terms satisfies, terms
+    // that bytes can't tell): find() on a reader serves then.
+    bool findLines(char const *data, quint64 size, std::vector<LineHits> &found, quint64 &lines);
+    // Whether a file of these bytes can match at all: false only when no term occurs in
+    // them and the expression needs one, so that a file can be passed over without its
+    // line table. Regular expressions and terms that bytes can't tell give true.
+    bool mayMatch(char const *data, quint64 size) const;
     // The byte-level prefilter skips units that hold no term; results are the same
     // with it off (for comparison and measurement).
     void setPrefilterEnabled(bool on) { prefilterEnabled = on; }
@@ -153,9 +170,16 @@ private:
     // visit with its bytes; false when the file reaches past what marks can address.
     template <typename Visit>
     bool forEachParagraph(XLineReaderDA const &reader, bool usePrefilter, Visit visit) const;
+    // The units of one file line in this scope (the line, or its sentences, whose text
+    // lineText gives), each searched by unitSearch; the marks go into result.
+    template <typename LineText, typename UnitSearch>
+    void searchParagraph(XLineInfo const &li, QString const &text, char const *bytes,
+                         LineText lineText, XRamLayer &result, UnitSearch unitSearch);
     template <typename UnitSearch>
     void searchUnits(XLineReaderDA const &reader, bool usePrefilter, XRamLayer &result,
                      UnitSearch unitSearch);
+    // The expression on one unit; an empty unit gives nothing.
+    XRamLayer evaluateUnit(Unit const &unit);
 
     std::vector<XSymbol> symbols;
     QString source;

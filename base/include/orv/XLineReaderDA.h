@@ -69,6 +69,8 @@ public:
     // Wraps anew with another limit.
     void re_load(quint64 maxLen);
     void check_if_binary_file();
+    // Whether the first 1024 bytes hold a control byte other than BS, TAB, LF and CR.
+    static bool looksBinary(char const *data, quint64 size);
     bool isBinaryFile() const { return binary; }
     XUTF8_Detector detect_UTF8(quint64 n) const { return lineReader.detect_UTF8(n); }
 

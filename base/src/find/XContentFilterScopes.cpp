@@ -5,6 +5,7 @@
 
 #include "find/ContentPrefilter.h"
 #include "find/ContentUnit.h"
+#include "find/LineFeedCount.h"
 #include "find/LineTableSeek.h"
 #include "orv/Log.h"
 #include "orv/XDelimiter.h"
@@ -12,6 +13,7 @@
 
 #include <algorithm>
 #include <climits>
+#include <cstring>
 
 namespace orv::find {
 
@@ -114,37 +116,52 @@ bool XContentFilter::forEachParagraph(XLineReaderDA const &reader, bool usePrefi
     return true;
 }
 
+template <typename LineText, typename UnitSearch>
+void XContentFilter::searchParagraph(XLineInfo const &li, QString const &text, char const *bytes,
+                                     LineText lineText, XRamLayer &r, UnitSearch unitSearch) {
+    if (scope != Sentence) {
+        XRamLayer const sub = unitSearch(Unit{li, text, bytes});
+        if (sub.isValid())
+            r.add_ram_layer(sub);
+        return;
+    }
+    // Sentences are measured on the decoded text, which has lost a leading BOM.
+    XLineInfo from = li;
+    if (startsWithBom(bytes, li.length)) {
+        from.posMemory += 3;
+        from.length -= 3;
+    }
+    // Sentences are measured by re-encoding: behind broken bytes they drift and may
+    // reach past their paragraph. A unit is never more than its paragraph's text.
+    quint64 const paragraphEnd = li.posMemory + li.length;
+    for (XLineInfo s : create_sentences_from_paragraph(from, text)) {
+        if (s.posMemory >= paragraphEnd)
+            break;
+        s.setLengths(unsigned(std::min<quint64>(s.length, paragraphEnd - s.posMemory)), 0);
+        char const *sentenceBytes = bytes ? bytes + (s.posMemory - li.posMemory) : nullptr;
+        XRamLayer const sub = unitSearch(Unit{s, lineText(s), sentenceBytes});
+        if (sub.isValid())
+            r.add_ram_layer(sub);
+    }
+}
+
 template <typename UnitSearch>
 void XContentFilter::searchUnits(XLineReaderDA const &reader, bool usePrefilter, XRamLayer &r,
                                  UnitSearch unitSearch) {
-    bool const sentences = scope == Sentence;
+    auto const lineText = [&reader](XLineInfo const &li) { return reader.lineAt(li); };
     forEachParagraph(reader, usePrefilter, [&](XLineInfo const &li, char const *bytes) {
-        QString const text = reader.lineAt(li);
-        if (!sentences) {
-            XRamLayer const sub = unitSearch(Unit{li, text, bytes});
-            if (sub.isValid())
-                r.add_ram_layer(sub);
-            return;
-        }
-        // Sentences are measured on the decoded text, which has lost a leading BOM.
-        XLineInfo from = li;
-        if (startsWithBom(bytes, li.length)) {
-            from.posMemory += 3;
-            from.length -= 3;
-        }
-        // Sentences are measured by re-encoding: behind broken bytes they drift and may
-        // reach past their paragraph. A unit is never more than its paragraph's text.
-        quint64 const paragraphEnd = li.posMemory + li.length;
-        for (XLineInfo s : create_sentences_from_paragraph(from, text)) {
-            if (s.posMemory >= paragraphEnd)
-                break;
-            s.setLengths(unsigned(std::min<quint64>(s.length, paragraphEnd - s.posMemory)), 0);
-            char const *sentenceBytes = bytes ? bytes + (s.posMemory - li.posMemory) : nullptr;
-            XRamLayer const sub = unitSearch(Unit{s, reader.lineAt(s), sentenceBytes});
-            if (sub.isValid())
-                r.add_ram_layer(sub);
-        }
+        searchParagraph(li, reader.lineAt(li), bytes, lineText, r, unitSearch);
     });
+}
+
+XRamLayer XContentFilter::evaluateUnit(Unit const &unit) {
+    index = 0;
+    // An empty line is not evaluated: "~a" gives it no mark.
+    if (unit.li.length == 0)
+        return XRamLayer();
+    XRamLayer sub = evaluate(&unit, nullptr);
+    index = 0;
+    return sub;
 }
 
 XRamLayer XContentFilter::find(unsigned int indent, XLineReaderDA const &reader) {
@@ -156,15 +173,7 @@ XRamLayer XContentFilter::find(unsigned int indent, XLineReaderDA const &reader)
     XRamLayer r;
     r.set_reader(&reader);
     bool const usePrefilter = prefilterEnabled && prefilter && !emptyUnitMatches;
-    searchUnits(reader, usePrefilter, r, [&](Unit const &unit) {
-        index = 0;
-        // An empty line is not evaluated: "~a" gives it no mark.
-        if (unit.li.length == 0)
-            return XRamLayer();
-        XRamLayer sub = evaluate(&unit, nullptr);
-        index = 0;
-        return sub;
-    });
+    searchUnits(reader, usePrefilter, r, [this](Unit const &unit) { return evaluateUnit(unit); });
     r.set_binary_file(reader.isBinaryFile());
     return r;
 }
@@ -176,6 +185,64 @@ XRamLayer XContentFilter::rx_find(unsigned int, XLineReaderDA const &reader) {
         searchUnits(reader, false, r, [&](Unit const &unit) { return rxSearch(unit); });
     r.set_binary_file(reader.isBinaryFile());
     return r;
+}
+
+bool XContentFilter::findLines(char const *data, quint64 size, std::vector<LineHits> &found,
+                               quint64 &lines) {
+    found.clear();
+    lines = 0;
+    if (isRegEx || scope == File || !prefilterEnabled || !prefilter || emptyUnitMatches)
+        return false;
+    auto const lineText = [data](XLineInfo const &li) {
+        return li.length ? QString::fromUtf8(data + li.posMemory, int(li.length)) : QString();
+    };
+    ContentPrefilter::Cursor cursor(*prefilter);
+    // from: where the line after the last one evaluated starts; feeds: the LFs before it.
+    quint64 from = 0, feeds = 0;
+    while (data && from < size) {
+        quint64 const x = cursor.nextCandidate(data, size, from);
+        if (x >= size)
+            break;
+        quint64 const start = lineStartOf(data, from, x);
+        feeds += countLineFeeds(data, from, start);
+        auto const *lf = static_cast<char const *>(std::memchr(data + x, '\n', size - x));
+        quint64 const end = lf ? quint64(lf - data) : size;
+        if (end + 1 > quint64(INT_MAX)) {
+            ppWarning("XContentFilter::findLines, marks end at 2 GiB, searched up to there");
+            from = start;
+            break;
+        }
+        XLineInfo li;
+        li.posMemory = start;
+        li.lineNumber = unsigned(feeds);
+        li.wrapIndex = -1;
+        li.hasLineEnd = true;
+        li.setLengths(unsigned(end - start), unsigned(end - start + 1));
+        LineHits hits{li, lineText(li), XRamLayer()};
+        searchParagraph(li, hits.text, data + start, lineText, hits.marks,
+                        [this](Unit const &unit) { return evaluateUnit(unit); });
+        if (hits.marks.isValid())
+            found.push_back(std::move(hits));
+        feeds += lf != nullptr;
+        from = end + 1;
+    }
+    if (data && from < size)
+        feeds += countLineFeeds(data, from, size);
+    lines = feeds + (size > 0 && data && data[size - 1] != '\n');
+    return true;
+}
+
+bool XContentFilter::mayMatch(char const *data, quint64 size) const {
+    if (isRegEx || !prefilterEnabled || !prefilter)
+        return true;
+    // A unit without terms can match in paragraph and sentence scope ("~a"); in file
+    // scope marks come only from term hits.
+    if (scope != File && emptyUnitMatches)
+        return true;
+    if (!data || size == 0)
+        return false;
+    ContentPrefilter::Cursor cursor(*prefilter);
+    return cursor.nextCandidate(data, size, 0) < size;
 }
 
 XRamLayer XContentFilter::search(XLineReaderDA const &reader) const {

@@ -1,5 +1,7 @@
 // FindCommands.cpp: commands of the find subsystem: a content search over one file
 // (grep) and the line table of a file (lines).
+#include "commands/SearchArguments.h"
+
 #include "orv/Kernel.h"
 #include "orv/Log.h"
 #include "orv/StringFormat.h"
@@ -7,12 +9,11 @@
 #include "orv/XContentFilter.h"
 #include "orv/XLineReaderDA.h"
 #include "orv/XProgram.h"
+#include "orv/XSearchRun.h"
 #include "orv/XStopwatch.h"
 #include "orv/XUTF8_Detector.h"
 
 #include <QtCore/QFileInfo>
-
-#include <algorithm>
 
 namespace {
 
@@ -49,71 +50,10 @@ int openNamedFile(Kernel &kernel, char const *command, XLineReaderDA &reader, bo
     return EXIT_ORV_OK;
 }
 
-bool scopeFromText(QString const &text, XContentFilter::Scope &scope) {
-    for (auto s : {XContentFilter::File, XContentFilter::Paragraph, XContentFilter::Sentence})
-        if (text.compare(XContentFilter::scope_to_string(s), Qt::CaseInsensitive) == 0) {
-            scope = s;
-            return true;
-        }
-    return false;
-}
-
-// Prints "path:line:offset:text" per mark, the line counted from 1 as grep -n does,
-// the offset of the hit in bytes as grep -b -o gives it.
-void printHits(QString const &file, XLineReaderDA const &reader, find::XRamLayer const &hits) {
-    std::vector<XLineInfo> const &table = reader.lineInfos();
-    int lastLine = -1;
-    QString text;
-    // Hits in file order, as grep shows them; the layer holds them term by term.
-    std::vector<find::XRam> marks(hits.begin(), hits.end());
-    std::stable_sort(marks.begin(), marks.end(),
-                     [](find::XRam const &a, find::XRam const &b) { return a.start < b.start; });
-    for (find::XRam const &mark : marks) {
-        auto const it =
-            std::upper_bound(table.begin(), table.end(), quint64(mark.start),
-                             [](quint64 pos, XLineInfo const &li) { return pos < li.posMemory; });
-        if (it == table.begin())
-            continue;
-        unsigned int const index = unsigned(it - table.begin() - 1);
-        int const line = int(table[index].lineNumber);
-        if (line != lastLine) {
-            unsigned int first = index;
-            while (first > 0 && table[first - 1].lineNumber == table[index].lineNumber)
-                --first;
-            XLineInfo paragraph;
-            XContentFilter::accumulate_line_info(reader, first, paragraph);
-            text = reader.lineAt(paragraph);
-            if (text.endsWith(QLatin1Char('\r')))
-                text.chop(1);
-            lastLine = line;
-        }
-        ppInfo("$:$:$:$", file, line + 1, mark.start, text);
-    }
-}
-
 int grepCommand(Kernel &kernel) {
-    if (!kernel.hasKey(QStringLiteral("expr"))) {
-        ppError("grep: missing --expr");
-        return EXIT_ORV_ARGUMENT;
-    }
     XContentFilter filter;
-    QString const scopeText =
-        kernel.getString(QStringLiteral("scope"), QStringLiteral("paragraph"));
-    if (!scopeFromText(scopeText, filter.scope)) {
-        ppError("grep: --scope must be file, paragraph or sentence, not '$'", scopeText);
-        return EXIT_ORV_ARGUMENT;
-    }
-    bool const regEx =
-        kernel.hasKey(QStringLiteral("regex")) &&
-        kernel.getString(QStringLiteral("regex"), QString()) != QLatin1String("false");
-    QString const expr = kernel.getString(QStringLiteral("expr"), QString());
-    if (expr.isEmpty() || !filter.createSymbols(expr, regEx)) {
-        if (regEx)
-            ppError("grep: bad regular expression '$': $", expr, filter.errorString());
-        else
-            ppError("grep: bad expression '$'", expr);
-        return EXIT_ORV_CONFIGURATION;
-    }
+    if (int const status = orvtool::readContentFilter(kernel, "grep", filter, false))
+        return status;
     XLineReaderDA reader;
     bool empty = false;
     if (int const status = openNamedFile(kernel, "grep", reader, empty))
@@ -122,7 +62,8 @@ int grepCommand(Kernel &kernel) {
     XStopwatch watch;
     watch.start();
     find::XRamLayer const hits = empty ? find::XRamLayer() : filter.search(reader);
-    printHits(file, reader, hits);
+    for (find::XHitLine const &hit : find::hitLines(reader, hits))
+        ppInfo(hit.toString(file));
     ppInfo("grep: $ hits in '$', scope $, $ lines, $ ms", static_cast<qint64>(hits.size()), file,
            filter.scope_as_string(), reader.countLines(), watch.delta_now_milliSeconds());
     return EXIT_ORV_OK;

@@ -62,6 +62,9 @@ State &state() {
 
 void writeLine(QByteArray line) {
     line.append('\n');
+    std::lock_guard<std::mutex> lock(state().statusMutex);
+    if (!state().statusLine.isEmpty())
+        line = "\r\033[K" + line + state().statusLine;
     std::fwrite(line.constData(), 1, static_cast<size_t>(line.size()), stdout);
     std::fflush(stdout);
 }
@@ -308,6 +311,19 @@ void Logger::printToCout(QString const &text) {
 
 void Logger::printToCout(char const *text) {
     printToCout(QString::fromLocal8Bit(text ? text : "ppCout(nullptr)"));
+}
+
+bool Logger::isConsoleTerminal() { return platform::isTerminal(stdout); }
+
+void Logger::printStatusLine(QString const &text) {
+    std::lock_guard<std::mutex> lock(state().statusMutex);
+    if (text.isEmpty() && state().statusLine.isEmpty())
+        return;
+    // Back to the line's start, the text, then erase what a longer text left behind.
+    state().statusLine = text.toUtf8();
+    QByteArray const line = "\r" + state().statusLine + "\033[K";
+    std::fwrite(line.constData(), 1, static_cast<size_t>(line.size()), stdout);
+    std::fflush(stdout);
 }
 
 void Logger::prepareForRegressionTests(bool on) { state().regression.store(on); }

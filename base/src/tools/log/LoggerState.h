@@ -59,6 +59,10 @@ struct State {
     std::vector<LogMessage *> kept;
 
     std::mutex consoleMutex;
+    // The status line at the foot of a terminal, which every console line lifts and
+    // draws again below itself. Taken after consoleMutex, never before it.
+    std::mutex statusMutex;
+    QByteArray statusLine;
     XThreadPool pool;
 };
 
@@ -66,7 +70,8 @@ struct State {
 // the process ends, and a pool's destructor would wait for it.
 State &state();
 
-// Writes line and a newline to stdout in one call, under no lock.
+// Writes line and a newline to stdout in one call (with the status line, if any,
+// erased before and drawn again after it).
 void writeLine(QByteArray line);
 
 // Waits until every queued message has been through the appenders, at most ms.

@@ -45,6 +45,9 @@ int replaceProcess(char *const *argv, char *const *envv);
 // the standard streams.
 void releaseConsole();
 
+// Whether a C stream goes to a terminal (not a pipe or a file).
+bool isTerminal(std::FILE *stream);
+
 // A C stream on path, named as the file system wants it; null on failure.
 std::FILE *fopenPath(QString const &path, char const *mode);
 // 64-bit stream positions: seek from the start (false on failure), tell (-1 on failure).

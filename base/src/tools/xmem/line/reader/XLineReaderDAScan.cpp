@@ -67,16 +67,35 @@ private:
 
 } // namespace
 
-void XLineReaderDA::check_if_binary_file() {
-    char const *p = lineReader.pBegin;
-    quint64 const n = std::min<quint64>(lineReader.length(), 1024);
-    for (quint64 i = 0; p && i < n; ++i) {
-        unsigned char const c = static_cast<unsigned char>(p[i]);
-        if (c < 32 && c != 8 && c != 9 && c != 10 && c != 13) {
-            binary = true;
-            return;
-        }
+bool XLineReaderDA::looksBinary(char const *data, quint64 size) {
+    quint64 const n = data ? std::min<quint64>(size, 1024) : 0;
+    quint64 i = 0;
+#if defined(__SSE2__)
+    // Every file of a search is asked, so 16 bytes at a time: a byte up to 31 that is
+    // none of the four allowed ones.
+    __m128i const controlTop = _mm_set1_epi8(31);
+    for (; i + 16 <= n; i += 16) {
+        __m128i const v = _mm_loadu_si128(reinterpret_cast<__m128i const *>(data + i));
+        __m128i const control = _mm_cmpeq_epi8(_mm_min_epu8(v, controlTop), v);
+        __m128i const allowed = _mm_or_si128(
+            _mm_or_si128(_mm_cmpeq_epi8(v, _mm_set1_epi8(8)), _mm_cmpeq_epi8(v, _mm_set1_epi8(9))),
+            _mm_or_si128(_mm_cmpeq_epi8(v, _mm_set1_epi8(10)),
+                         _mm_cmpeq_epi8(v, _mm_set1_epi8(13))));
+        if (_mm_movemask_epi8(_mm_andnot_si128(allowed, control)) != 0)
+            return true;
     }
+#endif
+    for (; i < n; ++i) {
+        unsigned char const c = static_cast<unsigned char>(data[i]);
+        if (c < 32 && c != 8 && c != 9 && c != 10 && c != 13)
+            return true;
+    }
+    return false;
+}
+
+void XLineReaderDA::check_if_binary_file() {
+    if (looksBinary(lineReader.pBegin, lineReader.length()))
+        binary = true;
 }
 
 bool XLineReaderDA::nextLineStruct(XLineInfo &li, bool wrap, unsigned int) {
