@@ -5,7 +5,7 @@
 // and deleted at the end. Each run's count of matching lines must equal grep's, or the
 // benchmark fails. x_grep and x_rg are the ratios to the peers (below 1: faster); the
 // page cache is hot, as every case reads the trees several times.
-//   orv_bench_find --benchmark_filter=Dir
+//   orv_bench_find --benchmark_filter='Dir|XSearchRun'
 #include "BenchText.h"
 
 #include "orv/XSearchRun.h"
