@@ -1,5 +1,6 @@
 // commandline_fuzz.cpp: feeds arbitrary bytes, read as UTF-8, to the one-line
 // grammar and to the URL form, and checks what must hold for any input.
+#include "FuzzCheck.h"
 #include "orv/CommandLine.h"
 
 #include <cstddef>
@@ -7,11 +8,6 @@
 #include <cstdlib>
 
 namespace {
-
-void check(bool condition) {
-    if (!condition)
-        std::abort();
-}
 
 // toString doesn't quote, so only texts without blanks, quotes or variables
 // read back; a value starting with "--" would read back as a key.

@@ -2,21 +2,13 @@
 // patterns) from any bytes. Input: the text, a 0x01 byte, a file name. Checks: a size
 // that is read comes back from its own decimal form, a moment read is whole seconds,
 // patterns hold no separator, and matching a name never fails.
+#include "FuzzCheck.h"
 #include "orv/XFileFilter.h"
 
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
-
-namespace {
-
-void check(bool condition) {
-    if (!condition)
-        std::abort();
-}
-
-} // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(uint8_t const *data, size_t size) {
     using orv::XFileFilter;

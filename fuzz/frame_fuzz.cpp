@@ -1,19 +1,11 @@
 // frame_fuzz.cpp: feeds arbitrary bytes to the frame decoders, and frames them to check
 // that every payload comes back and that no 0 byte stands inside a frame.
+#include "FuzzCheck.h"
 #include "orv/ArrayTools.h"
 
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
-
-namespace {
-
-void check(bool condition) {
-    if (!condition)
-        std::abort();
-}
-
-} // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(uint8_t const *data, size_t size) {
     using orv::ArrayTools;

@@ -1,5 +1,6 @@
 // http_header_fuzz.cpp: feeds arbitrary bytes, read as Latin-1 as header text is, to
 // the HTTP head parsers and checks what must hold for any input.
+#include "FuzzCheck.h"
 #include "orv/HttpHeader.h"
 
 #include <cstddef>
@@ -7,11 +8,6 @@
 #include <cstdlib>
 
 namespace {
-
-void check(bool condition) {
-    if (!condition)
-        std::abort();
-}
 
 // The text form of a parsed head reads back to the same fields, as long as no key
 // or value holds what the text form can't carry (a line end, a leading blank).

@@ -1,5 +1,6 @@
 // regression_fuzz.cpp: feeds arbitrary bytes as a regression file (through a file, as the
 // runner maps it) and checks what the grammar promises for any input.
+#include "FuzzCheck.h"
 #include "orv/CommandLine.h"
 #include "orv/RegressionTests.h"
 #include "orv/TestContext.h"
@@ -15,11 +16,6 @@
 #include <unistd.h>
 
 namespace {
-
-void check(bool condition) {
-    if (!condition)
-        std::abort();
-}
 
 // Short names, so that the fuzzer finds them.
 orv::ModuleTests const tests{

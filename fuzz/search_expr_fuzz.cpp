@@ -4,6 +4,7 @@
 // Checks what must hold for any input: the byte-level prefilter changes no mark, the
 // line table stays inside the text and equals single steps, and every hit of a plain term starts at
 // that term's bytes, also in broken UTF-8.
+#include "FuzzCheck.h"
 #include "orv/XContentFilter.h"
 #include "orv/XLineReader.h"
 #include "orv/XLineReaderDA.h"
@@ -18,11 +19,6 @@
 #include <vector>
 
 namespace {
-
-void check(bool condition) {
-    if (!condition)
-        std::abort();
-}
 
 using Marks = std::vector<std::tuple<int, int, int>>;
 
@@ -69,13 +65,10 @@ bool plainTerms(orv::find::XContentFilter const &filter, std::vector<QByteArray>
 extern "C" int LLVMFuzzerTestOneInput(uint8_t const *data, size_t size) {
     if (size == 0)
         return 0;
-    unsigned char const mode = data[0];
-    auto const *begin = reinterpret_cast<char const *>(data + 1);
-    auto const *end = reinterpret_cast<char const *>(data + size);
-    auto const *split = static_cast<char const *>(std::memchr(begin, 1, size - 1));
-    QString const expr = QString::fromUtf8(begin, static_cast<int>((split ? split : end) - begin));
-    QByteArray const text = split ? QByteArray(split + 1, static_cast<int>(end - split - 1))
-                                  : QByteArray("The quick fox. Jumps over\r\nthe lazy dog!\n\nfox");
+    ExpressionInput const input = splitExpressionInput(data, size);
+    unsigned char const mode = input.mode;
+    QString const &expr = input.expr;
+    QByteArray const &text = input.text;
     bool const regEx = mode & 1;
     quint64 const wrap = 2 + (mode >> 2);
 

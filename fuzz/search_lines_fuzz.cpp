@@ -4,6 +4,7 @@
 // expression), the expression, a 0x01 byte, the text. Checks: where findLines answers,
 // it gives find()'s hit lines and the table's line count; where mayMatch says no,
 // find() finds nothing.
+#include "FuzzCheck.h"
 #include "orv/XContentFilter.h"
 #include "orv/XLineReaderDA.h"
 #include "orv/XMem.h"
@@ -15,26 +16,14 @@
 #include <cstring>
 #include <vector>
 
-namespace {
-
-void check(bool condition) {
-    if (!condition)
-        std::abort();
-}
-
-} // namespace
-
 extern "C" int LLVMFuzzerTestOneInput(uint8_t const *data, size_t size) {
     using orv::find::XContentFilter;
     if (size == 0)
         return 0;
-    unsigned char const mode = data[0];
-    auto const *begin = reinterpret_cast<char const *>(data + 1);
-    auto const *end = reinterpret_cast<char const *>(data + size);
-    auto const *split = static_cast<char const *>(std::memchr(begin, 1, size - 1));
-    QString const expr = QString::fromUtf8(begin, static_cast<int>((split ? split : end) - begin));
-    QByteArray const text = split ? QByteArray(split + 1, static_cast<int>(end - split - 1))
-                                  : QByteArray("The quick fox. Jumps over\r\nthe lazy dog!\n\nfox");
+    ExpressionInput const input = splitExpressionInput(data, size);
+    unsigned char const mode = input.mode;
+    QString const &expr = input.expr;
+    QByteArray const &text = input.text;
 
     XContentFilter filter;
     if (!filter.createSymbols(expr, (mode & 4) != 0))

@@ -1,6 +1,7 @@
 // treefile_fuzz.cpp: loads arbitrary bytes as a tree file (the first byte picks the array
 // form), walks what loaded through paths and text forms, and checks that a tree that
 // loaded cleanly writes bytes that load back to the same bytes.
+#include "FuzzCheck.h"
 #include "orv/XDataStream.h"
 #include "orv/XMemoryWrapper.h"
 #include "orv/XStringStream.h"
@@ -16,11 +17,6 @@
 namespace {
 
 using namespace orv;
-
-void check(bool condition) {
-    if (!condition)
-        std::abort();
-}
 
 void quiet(QtMsgType, QMessageLogContext const &, QString const &) {}
 

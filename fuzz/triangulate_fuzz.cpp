@@ -1,6 +1,7 @@
 // triangulate_fuzz.cpp: feeds arbitrary bytes to the contour reader and what it reads to
 // the ear clipping, and checks what must hold for any input: a named error or finite
 // points, a bounded run, whole triangles made of the contour's own points.
+#include "FuzzCheck.h"
 #include "orv/ContourText.h"
 #include "orv/Triangulate.h"
 
@@ -11,11 +12,6 @@
 #include <cstdlib>
 
 namespace {
-
-void check(bool condition) {
-    if (!condition)
-        std::abort();
-}
 
 // The run time grows up to the cube of the point count; this keeps each input fast
 // while every branch stays reachable.

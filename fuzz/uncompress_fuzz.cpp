@@ -1,6 +1,7 @@
 // uncompress_fuzz.cpp: feeds arbitrary bytes to XByteArray::unCompress, once as they
 // are (the digest check) and once behind a digest that matches (the zlib stream),
 // and checks the round trip of compress.
+#include "FuzzCheck.h"
 #include "orv/MD5.h"
 #include "orv/XByteArray.h"
 
@@ -11,11 +12,6 @@
 #include <cstdlib>
 
 namespace {
-
-void check(bool condition) {
-    if (!condition)
-        std::abort();
-}
 
 // qUncompress warns on every broken stream; the fuzzer's output stays readable.
 void quiet(QtMsgType, QMessageLogContext const &, QString const &) {}

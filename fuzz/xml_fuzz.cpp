@@ -1,5 +1,6 @@
 // xml_fuzz.cpp: feeds arbitrary bytes to the XML parser, also wrapped in deep nesting,
 // and checks that a parsed tree, saved and parsed again, saves to the same text.
+#include "FuzzCheck.h"
 #include "orv/XNode.h"
 
 #include <QtCore/QByteArray>
@@ -8,15 +9,6 @@
 #include <cstdint>
 #include <cstdlib>
 #include <memory>
-
-namespace {
-
-void check(bool condition) {
-    if (!condition)
-        std::abort();
-}
-
-} // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(uint8_t const *data, size_t size) {
     QByteArray bytes(reinterpret_cast<char const *>(data), static_cast<int>(size));
