@@ -33,17 +33,8 @@ Keys runKeys(XSearchRun const &search, bool byMark) {
 // The same from grep -Z (name, NUL, "line:offset:..." or "line:text") over find's files.
 Keys grepKeys(QString const &root, QStringList const &findTests, QStringList const &grepArgs,
               bool hidden, bool byMark, bool &ran) {
-    QStringList args{"-L", root};
-    if (!hidden)
-        args << "-mindepth"
-             << "1"
-             << "-name"
-             << ".*"
-             << "-prune"
-             << "-o";
-    args << findTests << "-type"
-         << "f"
-         << "-exec"
+    QStringList args = test::findFileArguments(root, {"-L"}, hidden, findTests);
+    args << "-exec"
          << "grep"
          << "-I"
          << "-H"

@@ -75,11 +75,10 @@ private:
     QTemporaryDir dir;
 };
 
-// The files `find` lists under root, sorted, with options before the root (like "-L")
-// and tests after it (before "-type f"); hidden ones (and all below a hidden folder)
-// only when asked.
-inline QStringList findFiles(QString const &root, QStringList const &options, bool hidden,
-                             QStringList const &tests = {}) {
+// find's arguments up to its action: the files below root passing tests, with dot
+// files and folders pruned unless hidden.
+inline QStringList findFileArguments(QString const &root, QStringList const &options, bool hidden,
+                                     QStringList const &tests) {
     QStringList args = options;
     args << root;
     if (!hidden)
@@ -89,9 +88,16 @@ inline QStringList findFiles(QString const &root, QStringList const &options, bo
              << ".*"
              << "-prune"
              << "-o";
-    args << tests << "-type"
-         << "f"
-         << "-print0";
+    return args << tests << "-type"
+                << "f";
+}
+
+// The files `find` lists under root, sorted, with options before the root (like "-L")
+// and tests after it (before "-type f"); hidden ones (and all below a hidden folder)
+// only when asked.
+inline QStringList findFiles(QString const &root, QStringList const &options, bool hidden,
+                             QStringList const &tests = {}) {
+    QStringList const args = findFileArguments(root, options, hidden, tests) << "-print0";
     QByteArray out;
     if (!runTool(QStringLiteral("find"), args, out))
         return {QStringLiteral("<find is missing>")};
