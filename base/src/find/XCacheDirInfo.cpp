@@ -3,29 +3,29 @@
 
 #include "orv/Log.h"
 
-#include <QtCore/QMutexLocker>
+#include "tools/thread/QtMutexLock.h"
 
 namespace orv {
 
 void XCacheDirInfo::put(QString const &key, std::vector<QFileInfo> const &files) {
-    QMutexLocker lock(&mutex);
+    QtMutexLock lock(&mutex);
     entries[key] = files;
 }
 
 void XCacheDirInfo::move(QString const &key, std::vector<QFileInfo> &&files) {
-    QMutexLocker lock(&mutex);
+    QtMutexLock lock(&mutex);
     if (entries.count(key) == 0)
         entries.emplace(key, std::move(files));
 }
 
 std::vector<QFileInfo> XCacheDirInfo::get(QString const &key) const {
-    QMutexLocker lock(&mutex);
+    QtMutexLock lock(&mutex);
     auto const it = entries.find(key);
     return it == entries.end() ? std::vector<QFileInfo>() : it->second;
 }
 
 bool XCacheDirInfo::containsKey(QString const &key) const {
-    QMutexLocker lock(&mutex);
+    QtMutexLock lock(&mutex);
     return entries.count(key) != 0;
 }
 
@@ -34,22 +34,22 @@ void XCacheDirInfo::deleteEntry(QString const &key) {
         ppError("XCacheDirInfo::deleteEntry, key is empty or null !");
         return;
     }
-    QMutexLocker lock(&mutex);
+    QtMutexLock lock(&mutex);
     entries.erase(key);
 }
 
 quint64 XCacheDirInfo::countEntries() const {
-    QMutexLocker lock(&mutex);
+    QtMutexLock lock(&mutex);
     return entries.size();
 }
 
 void XCacheDirInfo::clear() {
-    QMutexLocker lock(&mutex);
+    QtMutexLock lock(&mutex);
     entries.clear();
 }
 
 void XCacheDirInfo::show(unsigned int indent) {
-    QMutexLocker lock(&mutex);
+    QtMutexLock lock(&mutex);
     ppInfo(indent, "XCacheDirInfo, map entries:$", static_cast<quint64>(entries.size()));
     for (auto const &entry : entries)
         ppInfo(indent + 4, "elements [$] - key '$'", static_cast<quint64>(entry.second.size()),

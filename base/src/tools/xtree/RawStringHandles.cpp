@@ -1,8 +1,8 @@
 // RawStringHandles.cpp: the registry of string handles written in raw arrays.
 #include "tools/xtree/RawStringHandles.h"
 
+#include "tools/thread/QtMutexLock.h"
 #include <QtCore/QMutex>
-#include <QtCore/QMutexLocker>
 
 #include <cstring>
 #include <unordered_map>
@@ -37,7 +37,7 @@ size_t const MAX_KEPT = size_t(1) << 20;
 
 void keepHandles(QString const *strings, quint64 count) {
     Registry &r = registry();
-    QMutexLocker lock(&r.mutex);
+    QtMutexLock lock(&r.mutex);
     if (r.strings.size() + count > MAX_KEPT)
         r.strings.clear();
     for (quint64 i = 0; i < count; ++i)
@@ -46,7 +46,7 @@ void keepHandles(QString const *strings, quint64 count) {
 
 bool stringOfHandle(quintptr handle, QString &out) {
     Registry &r = registry();
-    QMutexLocker lock(&r.mutex);
+    QtMutexLock lock(&r.mutex);
     auto const found = r.strings.find(handle);
     if (found == r.strings.end())
         return false;
