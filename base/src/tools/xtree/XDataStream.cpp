@@ -73,8 +73,28 @@ int encodeShort(QString const &text, char *out) {
     return 1 + utf8.size();
 }
 
-// Type names repeat once per value: known ones come back as the shared constants, so
-// that reading a value allocates no name.
+// The bytes of text's UTF-8 form as QString::toUtf8 makes it, where a surrogate
+// without its partner becomes one '?'.
+quint64 utf8Size(QString const &text) {
+    quint64 n = 0;
+    for (QChar const *c = text.constData(), *end = c + text.size(); c != end; ++c) {
+        ushort const u = c->unicode();
+        if (u < 0x80)
+            n += 1;
+        else if (u < 0x800)
+            n += 2;
+        else if (!QChar::isSurrogate(u))
+            n += 3;
+        else if (QChar::isHighSurrogate(u) && c + 1 != end && c[1].isLowSurrogate())
+            n += 4, ++c;
+        else
+            n += 1;
+    }
+    return n;
+}
+
+// A name read from a stream; the built-in ones come back as the shared constants, so
+// that the values read share their name.
 QString typeNameOf(char const *bytes, int n) {
     static std::vector<QString> const known = [] {
         std::vector<QString> names;
@@ -86,17 +106,9 @@ QString typeNameOf(char const *bytes, int n) {
         names.push_back(XTypeName<XLink>::name());
         return names;
     }();
-    // Values of a few types alternate: the last ones found are tried first.
-    thread_local size_t recent[4] = {0, 0, 0, 0};
-    for (size_t i : recent)
-        if (known[i].size() == n && QLatin1String(bytes, n) == known[i])
-            return known[i];
-    for (size_t i = 0; i < known.size(); ++i)
-        if (known[i].size() == n && QLatin1String(bytes, n) == known[i]) {
-            std::copy_backward(recent, recent + 3, recent + 4);
-            recent[0] = i;
-            return known[i];
-        }
+    for (QString const &name : known)
+        if (name.size() == n && QLatin1String(bytes, n) == name)
+            return name;
     return QString::fromUtf8(bytes, n);
 }
 
@@ -133,6 +145,69 @@ void XDataStream::setUp() {
 void XDataStream::setDevice(QIODevice *device) {
     QDataStream::setDevice(device);
     setUp();
+}
+
+template <typename Match> XDataStream::TypeEntry *XDataStream::findTypeEntry(Match const &match) {
+    unsigned int const used = qMin(typeEntriesUsed, TYPE_ENTRIES);
+    if (!used)
+        return nullptr;
+    TypeEntry &last = typeEntries[lastTypeEntry];
+    if (match(last))
+        return &last;
+    unsigned int found = last.next;
+    if (found >= used || !match(typeEntries[found])) {
+        found = 0;
+        while (found < used && !match(typeEntries[found]))
+            ++found;
+        if (found == used)
+            return nullptr;
+        last.next = static_cast<unsigned char>(found);
+    }
+    lastTypeEntry = found;
+    return &typeEntries[found];
+}
+
+XDataStream::TypeEntry &XDataStream::findTypeEntry(QString const &type) {
+    if (TypeEntry *entry =
+            findTypeEntry([&](TypeEntry const &e) { return e.name.isSharedWith(type); }))
+        return *entry;
+    if (TypeEntry *entry = findTypeEntry([&](TypeEntry const &e) { return e.name == type; }))
+        return *entry;
+    return addTypeEntry(type, nullptr, 0);
+}
+
+XDataStream::TypeEntry &XDataStream::typeEntry(char const *utf8, int n) {
+    if (TypeEntry *entry = findTypeEntry([&](TypeEntry const &e) {
+            return e.shortSize == n + 1 && std::memcmp(e.shortForm() + 1, utf8, n) == 0;
+        }))
+        return *entry;
+    return addTypeEntry(typeNameOf(utf8, n), utf8, n);
+}
+
+XDataStream::TypeEntry &XDataStream::addTypeEntry(QString const &type, char const *utf8, int n) {
+    TypeEntry &entry = looseEntry;
+    entry.name = type;
+    entry.handlers = XFunctionMapper::instance().find(type);
+    // A category that contradicts the type would let a value be taken for an object of
+    // another class: readVal refuses it.
+    entry.category = types->isTreeType(type)              ? XVal::TREE
+                     : type == XTreeArray::str_XTreeArray ? XVal::ARRAY
+                     : type == XLink::str_XLink           ? XVal::LINK
+                                                          : XVal::SIMPLE;
+    // A name the writer cuts is encoded (with its warning) for each value, as it always
+    // was; a reader needs no short string of a name it doesn't keep.
+    bool const whole = utf8Size(type) <= SHORT_MAX;
+    entry.shortSize =
+        whole || !utf8 ? static_cast<unsigned char>(encodeShort(type, entry.head + 1)) : 0;
+    bool const keep =
+        whole &&
+        (!utf8 || (entry.shortSize == n + 1 && std::memcmp(entry.shortForm() + 1, utf8, n) == 0));
+    if (!keep)
+        return entry;
+    unsigned int const slot = typeEntriesUsed++ % TYPE_ENTRIES;
+    typeEntries[lastTypeEntry].next = static_cast<unsigned char>(slot);
+    lastTypeEntry = slot;
+    return typeEntries[slot] = entry;
 }
 
 quint64 XDataStream::bytesLeft() const {
@@ -356,10 +431,9 @@ QString XDataStream::readQtString() {
 
 bool XDataStream::writeVal(XVal const &val) {
     // Category and type name go out in one piece: values are many and small.
-    char head[2 + SHORT_MAX];
-    head[0] = static_cast<char>(val.getCategory());
-    int const n = 1 + encodeShort(val.getType(), head + 1);
-    ORV_ASSERT(putBytes(head, static_cast<quint64>(n)));
+    TypeEntry &entry = typeEntry(val.getType());
+    entry.head[0] = static_cast<char>(val.getCategory());
+    ORV_ASSERT(putBytes(entry.head, 1 + static_cast<quint64>(entry.shortSize)));
     if (types->writeVal(*this, val))
         return true;
     ppError("XDataStream::writeVal, type problems <$>, typeSupporter@$", val.getType(),
@@ -372,22 +446,19 @@ bool XDataStream::readVal(XVal &val) {
     quint8 len = 0;
     readNumber(category);
     readNumber(len);
+    // Copies: reading the value can reuse the entry for names met below it.
     QString type;
+    unsigned char expected = XVal::SIMPLE;
     if (len && canRead(len)) {
         char buffer[256];
         getBytes(buffer, len);
-        type = typeNameOf(buffer, static_cast<int>(qstrnlen(buffer, len)));
+        TypeEntry const &entry = typeEntry(buffer, static_cast<int>(qstrnlen(buffer, len)));
+        type = entry.name;
+        expected = entry.category;
     }
     XVal fresh;
-    // A category that contradicts the type would let a value be taken for an object of
-    // another class, and a slot left without value (a tree type its supporter can't
-    // make) would be taken for one: such a file is damaged.
-    unsigned char const expected = types->isTreeType(type)              ? XVal::TREE
-                                   : type == XTreeArray::str_XTreeArray ? XVal::ARRAY
-                                   : type == XLink::str_XLink           ? XVal::LINK
-                                                                        : XVal::SIMPLE;
     if (types->readVal(*this, type, fresh) && fresh.getPointer() && category == expected) {
-        XTreeArray const *array = fresh.value<XTreeArray>();
+        XTreeArray const *array = category == XVal::ARRAY ? fresh.value<XTreeArray>() : nullptr;
         if (category == XVal::LINK || (array && array->isCategoryLink()))
             ++linksRead;
         val = std::move(fresh);
