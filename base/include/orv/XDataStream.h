@@ -168,6 +168,9 @@ private:
     // Set by the tree when its device appends to this block: bytes go there directly.
     XMem *appendTarget = nullptr;
     XAtomic<bool> skipReading;
+    // Set while a file is sized: the writers bring each link's URL up to date as they
+    // meet it, so that no walk of its own over the tree is needed before the save.
+    bool refreshLinks = false;
     TypeEntry typeEntries[TYPE_ENTRIES];
     unsigned int typeEntriesUsed = 0;
     // The entry found last: values of one type often follow each other.

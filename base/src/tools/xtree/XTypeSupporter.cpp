@@ -55,12 +55,14 @@ bool XTypeSupporter::writeVal(XDataStream &stream, XVal const &val) const {
         return writeTree(stream, val);
     if (isLink(type)) {
         auto *link = static_cast<XLink *>(val.getPointer());
-        if (!link->isValid()) {
+        // The sizing pass of a file save asks every link, one without target too (which
+        // says so); other writes ask only those they write.
+        bool const current = (stream.refreshLinks || link->isValid()) && link->pointer_to_URL();
+        if (!current) {
             // As it always was: nothing is written, and a reader loses step here.
             ppError("XTypeSupporter::writeVal, >>> LINK problem");
             return true;
         }
-        link->pointer_to_URL();
         stream.write_UTF8_String(link->url());
         return true;
     }
@@ -128,10 +130,14 @@ bool XTypeSupporter::writeArray(XDataStream &stream, XTreeArray const &array) co
         return true;
     }
     if (array.category() == XVal::LINK) {
-        // The URL fields as they stand: XTree::pointer_to_URL refreshes them, not this.
-        auto const *links = static_cast<XLink const *>(array.getArray());
-        for (quint64 i = 0; i < array.size(); ++i)
+        // The URL fields as they stand: XTree::pointer_to_URL refreshes them, and the
+        // sizing pass of a file save (whose tree is not const), not a plain write.
+        auto *links = static_cast<XLink *>(const_cast<void *>(array.getArray()));
+        for (quint64 i = 0; i < array.size(); ++i) {
+            if (stream.refreshLinks)
+                links[i].pointer_to_URL();
             stream.write_UTF8_String(links[i].url());
+        }
         return true;
     }
     return false;
