@@ -119,7 +119,7 @@ private:
         unsigned char shortSize = 0;
         // A value's head as it goes out: its category (set per value), then the short
         // string, so that both leave in one piece without a copy.
-        char head[1 + 1 + 255];
+        char head[1 + 1 + 255] = {};
         char const *shortForm() const { return head + 1; }
     };
     static unsigned int constexpr TYPE_ENTRIES = 16;
@@ -147,6 +147,10 @@ private:
         return XFunctionMapper::instance().find(type);
     }
 
+    // A tree's entry: its key as long string, then the value as writeVal writes it.
+    bool writeEntry(QString const &key, XVal const &val);
+    // The value behind its head, by the supporter.
+    bool writePayload(XVal const &val);
     void setUp();
     // Nesting of trees being read; too deep is a damaged file, not a stack overflow.
     bool enterTree();

@@ -434,6 +434,33 @@ bool XDataStream::writeVal(XVal const &val) {
     TypeEntry &entry = typeEntry(val.getType());
     entry.head[0] = static_cast<char>(val.getCategory());
     ORV_ASSERT(putBytes(entry.head, 1 + static_cast<quint64>(entry.shortSize)));
+    return writePayload(val);
+}
+
+bool XDataStream::writeEntry(QString const &key, XVal const &val) {
+    int const n = key.size();
+    if (n > STACK_TEXT || !isAscii(key)) {
+        write_UTF8_String(key);
+        return writeVal(val);
+    }
+    // The key, the category and the type name in one piece, as a tree's entries are many.
+    TypeEntry &entry = typeEntry(val.getType());
+    char piece[8 + STACK_TEXT + sizeof entry.head];
+    qToBigEndian<qint64>(n, piece);
+    copyAscii(key, piece + 8);
+    char *const head = piece + 8 + n;
+    head[0] = static_cast<char>(val.getCategory());
+    // Names are short: a copy of a fixed size is a few moves, one of the name's size a call.
+    size_t constexpr usual = 32;
+    if (entry.shortSize <= usual)
+        std::memcpy(head + 1, entry.shortForm(), usual);
+    else
+        std::memcpy(head + 1, entry.shortForm(), entry.shortSize);
+    ORV_ASSERT(putBytes(piece, static_cast<quint64>(head + 1 + entry.shortSize - piece)));
+    return writePayload(val);
+}
+
+bool XDataStream::writePayload(XVal const &val) {
     if (types->writeVal(*this, val))
         return true;
     ppError("XDataStream::writeVal, type problems <$>, typeSupporter@$", val.getType(),

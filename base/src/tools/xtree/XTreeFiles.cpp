@@ -65,10 +65,8 @@ XRamInfo XRamInfo::ramInfoFromTree(XTree const &tree, XTypeSupporter const &s, b
 
 void XTree::writeToStream(XDataStream &stream) const {
     stream.writeNumber(static_cast<qint32>(map.size()));
-    for (auto const &[key, val] : map) {
-        stream.write_UTF8_String(key);
-        stream.writeVal(val);
-    }
+    for (auto const &[key, val] : map)
+        stream.writeEntry(key, val);
 }
 
 void XTree::readFromStream(XDataStream &stream) {

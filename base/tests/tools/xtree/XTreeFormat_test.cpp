@@ -294,11 +294,16 @@ TEST(XTreeFormat, TypeNamesOfEveryValueAsWritten) {
     for (int round = 0; round < 2; ++round)
         for (size_t i = 0; i < names.size(); ++i)
             for (int copy = 0; copy < 2; ++copy) {
-                QString const key = QStringLiteral("%1-%2-%3").arg(round).arg(100 + i).arg(copy);
+                // Keys of every kind too: ASCII, not ASCII, longer than 256 characters.
+                QString const tail = i % 3 == 0   ? QString()
+                                     : i % 3 == 1 ? QString::fromUtf8("\xC3\xBC")
+                                                  : QString(300, QLatin1Char('k'));
+                QString const key =
+                    QStringLiteral("%1-%2-%3").arg(round).arg(100 + i).arg(copy) + tail;
                 QString const &type = names[i].type;
                 tree.set(key, round);
                 tree.getVal(key).setType(copy ? QString(type.constData(), type.size()) : type);
-                expected.entry(key.toLatin1(), XVal::SIMPLE, names[i].written);
+                expected.entry(key.toUtf8(), XVal::SIMPLE, names[i].written);
                 cuts += names[i].cut;
             }
     QByteArray written;
