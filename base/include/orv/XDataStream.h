@@ -108,8 +108,8 @@ private:
     // string, its handlers and the category its values must have. Made on the first
     // meeting, so that the name is encoded and looked up once per stream.
     struct TypeEntry {
-        // Held, so that its characters stay where they are: entries are found by their
-        // address before their text.
+        // Held, so that its shared data lives on: entries are found by that before their
+        // text.
         QString name;
         XFunctionMapper::Handlers const *handlers = nullptr;
         unsigned char category = 0;

@@ -55,8 +55,10 @@ QString fromUtf8UpToZero(char const *bytes, quint64 len) {
     return QString::fromUtf8(bytes, static_cast<int>(n));
 }
 
-// Short string into out (at least 1 + SHORT_MAX bytes); the bytes used.
-int encodeShort(QString const &text, char *out) {
+// Short string into out (at least 1 + SHORT_MAX bytes); the bytes used. Longer text is
+// cut, maybe inside a character, and cut says so.
+int encodeShort(QString const &text, char *out, bool &cut) {
+    cut = false;
     if (text.size() <= SHORT_MAX && isAscii(text)) {
         out[0] = static_cast<char>(text.size());
         copyAscii(text, out + 1);
@@ -64,8 +66,7 @@ int encodeShort(QString const &text, char *out) {
     }
     QByteArray utf8 = text.toUtf8();
     if (utf8.size() > SHORT_MAX) {
-        ppWarning("XDataStream::write_short_UTF8_String, str.length() > 254, $ > 254, cut now",
-                  text.length());
+        cut = true;
         utf8.truncate(SHORT_MAX);
     }
     out[0] = static_cast<char>(utf8.size());
@@ -73,24 +74,9 @@ int encodeShort(QString const &text, char *out) {
     return 1 + utf8.size();
 }
 
-// The bytes of text's UTF-8 form as QString::toUtf8 makes it, where a surrogate
-// without its partner becomes one '?'.
-quint64 utf8Size(QString const &text) {
-    quint64 n = 0;
-    for (QChar const *c = text.constData(), *end = c + text.size(); c != end; ++c) {
-        ushort const u = c->unicode();
-        if (u < 0x80)
-            n += 1;
-        else if (u < 0x800)
-            n += 2;
-        else if (!QChar::isSurrogate(u))
-            n += 3;
-        else if (QChar::isHighSurrogate(u) && c + 1 != end && c[1].isLowSurrogate())
-            n += 4, ++c;
-        else
-            n += 1;
-    }
-    return n;
+void warnCut(QString const &text) {
+    ppWarning("XDataStream::write_short_UTF8_String, str.length() > 254, $ > 254, cut now",
+              text.length());
 }
 
 // A name read from a stream; the built-in ones come back as the shared constants, so
@@ -194,13 +180,14 @@ XDataStream::TypeEntry &XDataStream::addTypeEntry(QString const &type, char cons
                      : type == XTreeArray::str_XTreeArray ? XVal::ARRAY
                      : type == XLink::str_XLink           ? XVal::LINK
                                                           : XVal::SIMPLE;
-    // A name the writer cuts is encoded (with its warning) for each value, as it always
-    // was; a reader needs no short string of a name it doesn't keep.
-    bool const whole = utf8Size(type) <= SHORT_MAX;
-    entry.shortSize =
-        whole || !utf8 ? static_cast<unsigned char>(encodeShort(type, entry.head + 1)) : 0;
+    // A name the writer cuts is not kept, so that each value gets its warning, as it
+    // always did; nor is a name read whose bytes don't come back (no valid UTF-8).
+    bool cut = false;
+    entry.shortSize = static_cast<unsigned char>(encodeShort(type, entry.head + 1, cut));
+    if (cut && !utf8)
+        warnCut(type);
     bool const keep =
-        whole &&
+        !cut &&
         (!utf8 || (entry.shortSize == n + 1 && std::memcmp(entry.shortForm() + 1, utf8, n) == 0));
     if (!keep)
         return entry;
@@ -397,7 +384,10 @@ QString XDataStream::readString() {
 
 void XDataStream::write_short_UTF8_String(QString const &text) {
     char buffer[1 + SHORT_MAX];
-    int const n = encodeShort(text, buffer);
+    bool cut = false;
+    int const n = encodeShort(text, buffer, cut);
+    if (cut)
+        warnCut(text);
     ORV_ASSERT(putBytes(buffer, static_cast<quint64>(n)));
 }
 
@@ -484,6 +474,8 @@ bool XDataStream::readVal(XVal &val) {
         expected = entry.category;
     }
     XVal fresh;
+    // A slot left without value (a tree type its supporter can't make) would be taken
+    // for one: such a file is damaged, as is one whose category contradicts the type.
     if (types->readVal(*this, type, fresh) && fresh.getPointer() && category == expected) {
         XTreeArray const *array = category == XVal::ARRAY ? fresh.value<XTreeArray>() : nullptr;
         if (category == XVal::LINK || (array && array->isCategoryLink()))
