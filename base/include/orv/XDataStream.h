@@ -13,6 +13,7 @@
 #include "orv/OrvGlobal.h"
 #include "orv/XAtomic.h"
 #include "orv/XMem.h"
+#include "orv/XTypeSupporter.h"
 
 #include <QtCore/QByteArray>
 #include <QtCore/QDataStream>
@@ -23,7 +24,6 @@ namespace orv {
 
 class XMemoryWrapper;
 class XNullDevice;
-class XTypeSupporter;
 class XVal;
 
 class ORV_EXPORT XDataStream : public QDataStream {
@@ -102,7 +102,55 @@ public:
 
 private:
     friend class XTree;
+    friend class XTypeSupporter;
 
+    // What the stream knows of a type name that it meets once per value: its short
+    // string, its handlers and the category its values must have. Made on the first
+    // meeting, so that the name is encoded and looked up once per stream.
+    struct TypeEntry {
+        // Held, so that its shared data lives on: entries are found by that before their
+        // text.
+        QString name;
+        XFunctionMapper::Handlers const *handlers = nullptr;
+        unsigned char category = 0;
+        // The entry met after this one last time: trees repeat their pattern of types.
+        unsigned char next = 0;
+        // The bytes of the short string.
+        unsigned char shortSize = 0;
+        // A value's head as it goes out: its category (set per value), then the short
+        // string, so that both leave in one piece without a copy.
+        char head[1 + 1 + 255] = {};
+        char const *shortForm() const { return head + 1; }
+    };
+    static unsigned int constexpr TYPE_ENTRIES = 16;
+
+    // The entry of a name to write: the last one when the name shares its data, which
+    // values of one type do.
+    TypeEntry &typeEntry(QString const &type) {
+        TypeEntry &last = typeEntries[lastTypeEntry];
+        return typeEntriesUsed && last.name.isSharedWith(type) ? last : findTypeEntry(type);
+    }
+    TypeEntry &findTypeEntry(QString const &type);
+    // The last entry, the one that followed it last time, then all; null for none.
+    template <typename Match> TypeEntry *findTypeEntry(Match const &match);
+    // The entry of a name read from the stream, up to its first 0 byte.
+    TypeEntry &typeEntry(char const *utf8, int n);
+    // A new entry; one whose short string is cut or differs from utf8 (bytes read that
+    // are no valid UTF-8) is not kept, so that each such value gets its own.
+    TypeEntry &addTypeEntry(QString const &type, char const *utf8, int n);
+    // The supporter asks right after writeVal or readVal met the name: the last entry
+    // answers, or the mapper for a name no entry keeps.
+    XFunctionMapper::Handlers const *handlersOf(QString const &type) const {
+        TypeEntry const &last = typeEntries[lastTypeEntry];
+        if (typeEntriesUsed && (last.name.isSharedWith(type) || last.name == type))
+            return last.handlers;
+        return XFunctionMapper::instance().find(type);
+    }
+
+    // A tree's entry: its key as long string, then the value as writeVal writes it.
+    bool writeEntry(QString const &key, XVal const &val);
+    // The value behind its head, by the supporter.
+    bool writePayload(XVal const &val);
     void setUp();
     // Nesting of trees being read; too deep is a damaged file, not a stack overflow.
     bool enterTree();
@@ -124,6 +172,15 @@ private:
     // Set by the tree when its device appends to this block: bytes go there directly.
     XMem *appendTarget = nullptr;
     XAtomic<bool> skipReading;
+    // Set while a file is sized: the writers bring each link's URL up to date as they
+    // meet it, so that no walk of its own over the tree is needed before the save.
+    bool refreshLinks = false;
+    TypeEntry typeEntries[TYPE_ENTRIES];
+    unsigned int typeEntriesUsed = 0;
+    // The entry found last: values of one type often follow each other.
+    unsigned int lastTypeEntry = 0;
+    // Where names that are not kept are prepared.
+    TypeEntry looseEntry;
     unsigned int treeDepth = 0;
     quint64 readFailures = 0;
     // Links and link arrays read: only then has a tree links to resolve.

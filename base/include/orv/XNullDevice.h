@@ -47,7 +47,11 @@ public:
 
     // What a write does, without the way through QIODevice: for streams that count
     // many small pieces.
-    void account(char const *data, quint64 n);
+    void account(char const *data, quint64 n) {
+        written += n;
+        if (withDigest)
+            digest(data, n);
+    }
 
     // Closes the digest and stops the clock; call it once, after the last write.
     void finalizeWriting();
@@ -60,6 +64,8 @@ protected:
     qint64 writeData(char const *data, qint64 n) override;
 
 private:
+    void digest(char const *data, quint64 n);
+
     MD5 md5;
     quint64 written = 0;
     quint64 time = 0;

@@ -55,8 +55,10 @@ QString fromUtf8UpToZero(char const *bytes, quint64 len) {
     return QString::fromUtf8(bytes, static_cast<int>(n));
 }
 
-// Short string into out (at least 1 + SHORT_MAX bytes); the bytes used.
-int encodeShort(QString const &text, char *out) {
+// Short string into out (at least 1 + SHORT_MAX bytes); the bytes used. Longer text is
+// cut, maybe inside a character, and cut says so.
+int encodeShort(QString const &text, char *out, bool &cut) {
+    cut = false;
     if (text.size() <= SHORT_MAX && isAscii(text)) {
         out[0] = static_cast<char>(text.size());
         copyAscii(text, out + 1);
@@ -64,8 +66,7 @@ int encodeShort(QString const &text, char *out) {
     }
     QByteArray utf8 = text.toUtf8();
     if (utf8.size() > SHORT_MAX) {
-        ppWarning("XDataStream::write_short_UTF8_String, str.length() > 254, $ > 254, cut now",
-                  text.length());
+        cut = true;
         utf8.truncate(SHORT_MAX);
     }
     out[0] = static_cast<char>(utf8.size());
@@ -73,8 +74,13 @@ int encodeShort(QString const &text, char *out) {
     return 1 + utf8.size();
 }
 
-// Type names repeat once per value: known ones come back as the shared constants, so
-// that reading a value allocates no name.
+void warnCut(QString const &text) {
+    ppWarning("XDataStream::write_short_UTF8_String, str.length() > 254, $ > 254, cut now",
+              text.length());
+}
+
+// A name read from a stream; the built-in ones come back as the shared constants, so
+// that the values read share their name.
 QString typeNameOf(char const *bytes, int n) {
     static std::vector<QString> const known = [] {
         std::vector<QString> names;
@@ -86,17 +92,9 @@ QString typeNameOf(char const *bytes, int n) {
         names.push_back(XTypeName<XLink>::name());
         return names;
     }();
-    // Values of a few types alternate: the last ones found are tried first.
-    thread_local size_t recent[4] = {0, 0, 0, 0};
-    for (size_t i : recent)
-        if (known[i].size() == n && QLatin1String(bytes, n) == known[i])
-            return known[i];
-    for (size_t i = 0; i < known.size(); ++i)
-        if (known[i].size() == n && QLatin1String(bytes, n) == known[i]) {
-            std::copy_backward(recent, recent + 3, recent + 4);
-            recent[0] = i;
-            return known[i];
-        }
+    for (QString const &name : known)
+        if (name.size() == n && QLatin1String(bytes, n) == name)
+            return name;
     return QString::fromUtf8(bytes, n);
 }
 
@@ -133,6 +131,70 @@ void XDataStream::setUp() {
 void XDataStream::setDevice(QIODevice *device) {
     QDataStream::setDevice(device);
     setUp();
+}
+
+template <typename Match> XDataStream::TypeEntry *XDataStream::findTypeEntry(Match const &match) {
+    unsigned int const used = qMin(typeEntriesUsed, TYPE_ENTRIES);
+    if (!used)
+        return nullptr;
+    TypeEntry &last = typeEntries[lastTypeEntry];
+    if (match(last))
+        return &last;
+    unsigned int found = last.next;
+    if (found >= used || !match(typeEntries[found])) {
+        found = 0;
+        while (found < used && !match(typeEntries[found]))
+            ++found;
+        if (found == used)
+            return nullptr;
+        last.next = static_cast<unsigned char>(found);
+    }
+    lastTypeEntry = found;
+    return &typeEntries[found];
+}
+
+XDataStream::TypeEntry &XDataStream::findTypeEntry(QString const &type) {
+    if (TypeEntry *entry =
+            findTypeEntry([&](TypeEntry const &e) { return e.name.isSharedWith(type); }))
+        return *entry;
+    if (TypeEntry *entry = findTypeEntry([&](TypeEntry const &e) { return e.name == type; }))
+        return *entry;
+    return addTypeEntry(type, nullptr, 0);
+}
+
+XDataStream::TypeEntry &XDataStream::typeEntry(char const *utf8, int n) {
+    if (TypeEntry *entry = findTypeEntry([&](TypeEntry const &e) {
+            return e.shortSize == n + 1 && std::memcmp(e.shortForm() + 1, utf8, n) == 0;
+        }))
+        return *entry;
+    return addTypeEntry(typeNameOf(utf8, n), utf8, n);
+}
+
+XDataStream::TypeEntry &XDataStream::addTypeEntry(QString const &type, char const *utf8, int n) {
+    TypeEntry &entry = looseEntry;
+    entry.name = type;
+    entry.handlers = XFunctionMapper::instance().find(type);
+    // A category that contradicts the type would let a value be taken for an object of
+    // another class: readVal refuses it.
+    entry.category = types->isTreeType(type)              ? XVal::TREE
+                     : type == XTreeArray::str_XTreeArray ? XVal::ARRAY
+                     : type == XLink::str_XLink           ? XVal::LINK
+                                                          : XVal::SIMPLE;
+    // A name the writer cuts is not kept, so that each value gets its warning, as it
+    // always did; nor is a name read whose bytes don't come back (no valid UTF-8).
+    bool cut = false;
+    entry.shortSize = static_cast<unsigned char>(encodeShort(type, entry.head + 1, cut));
+    if (cut && !utf8)
+        warnCut(type);
+    bool const keep =
+        !cut &&
+        (!utf8 || (entry.shortSize == n + 1 && std::memcmp(entry.shortForm() + 1, utf8, n) == 0));
+    if (!keep)
+        return entry;
+    unsigned int const slot = typeEntriesUsed++ % TYPE_ENTRIES;
+    typeEntries[lastTypeEntry].next = static_cast<unsigned char>(slot);
+    lastTypeEntry = slot;
+    return typeEntries[slot] = entry;
 }
 
 quint64 XDataStream::bytesLeft() const {
@@ -322,7 +384,10 @@ QString XDataStream::readString() {
 
 void XDataStream::write_short_UTF8_String(QString const &text) {
     char buffer[1 + SHORT_MAX];
-    int const n = encodeShort(text, buffer);
+    bool cut = false;
+    int const n = encodeShort(text, buffer, cut);
+    if (cut)
+        warnCut(text);
     ORV_ASSERT(putBytes(buffer, static_cast<quint64>(n)));
 }
 
@@ -356,10 +421,36 @@ QString XDataStream::readQtString() {
 
 bool XDataStream::writeVal(XVal const &val) {
     // Category and type name go out in one piece: values are many and small.
-    char head[2 + SHORT_MAX];
+    TypeEntry &entry = typeEntry(val.getType());
+    entry.head[0] = static_cast<char>(val.getCategory());
+    ORV_ASSERT(putBytes(entry.head, 1 + static_cast<quint64>(entry.shortSize)));
+    return writePayload(val);
+}
+
+bool XDataStream::writeEntry(QString const &key, XVal const &val) {
+    int const n = key.size();
+    if (n > STACK_TEXT || !isAscii(key)) {
+        write_UTF8_String(key);
+        return writeVal(val);
+    }
+    // The key, the category and the type name in one piece, as a tree's entries are many.
+    TypeEntry &entry = typeEntry(val.getType());
+    char piece[8 + STACK_TEXT + sizeof entry.head];
+    qToBigEndian<qint64>(n, piece);
+    copyAscii(key, piece + 8);
+    char *const head = piece + 8 + n;
     head[0] = static_cast<char>(val.getCategory());
-    int const n = 1 + encodeShort(val.getType(), head + 1);
-    ORV_ASSERT(putBytes(head, static_cast<quint64>(n)));
+    // Names are short: a copy of a fixed size is a few moves, one of the name's size a call.
+    size_t constexpr usual = 32;
+    if (entry.shortSize <= usual)
+        std::memcpy(head + 1, entry.shortForm(), usual);
+    else
+        std::memcpy(head + 1, entry.shortForm(), entry.shortSize);
+    ORV_ASSERT(putBytes(piece, static_cast<quint64>(head + 1 + entry.shortSize - piece)));
+    return writePayload(val);
+}
+
+bool XDataStream::writePayload(XVal const &val) {
     if (types->writeVal(*this, val))
         return true;
     ppError("XDataStream::writeVal, type problems <$>, typeSupporter@$", val.getType(),
@@ -372,22 +463,21 @@ bool XDataStream::readVal(XVal &val) {
     quint8 len = 0;
     readNumber(category);
     readNumber(len);
+    // Copies: reading the value can reuse the entry for names met below it.
     QString type;
+    unsigned char expected = XVal::SIMPLE;
     if (len && canRead(len)) {
         char buffer[256];
         getBytes(buffer, len);
-        type = typeNameOf(buffer, static_cast<int>(qstrnlen(buffer, len)));
+        TypeEntry const &entry = typeEntry(buffer, static_cast<int>(qstrnlen(buffer, len)));
+        type = entry.name;
+        expected = entry.category;
     }
     XVal fresh;
-    // A category that contradicts the type would let a value be taken for an object of
-    // another class, and a slot left without value (a tree type its supporter can't
-    // make) would be taken for one: such a file is damaged.
-    unsigned char const expected = types->isTreeType(type)              ? XVal::TREE
-                                   : type == XTreeArray::str_XTreeArray ? XVal::ARRAY
-                                   : type == XLink::str_XLink           ? XVal::LINK
-                                                                        : XVal::SIMPLE;
+    // A slot left without value (a tree type its supporter can't make) would be taken
+    // for one: such a file is damaged, as is one whose category contradicts the type.
     if (types->readVal(*this, type, fresh) && fresh.getPointer() && category == expected) {
-        XTreeArray const *array = fresh.value<XTreeArray>();
+        XTreeArray const *array = category == XVal::ARRAY ? fresh.value<XTreeArray>() : nullptr;
         if (category == XVal::LINK || (array && array->isCategoryLink()))
             ++linksRead;
         val = std::move(fresh);

@@ -65,10 +65,8 @@ XRamInfo XRamInfo::ramInfoFromTree(XTree const &tree, XTypeSupporter const &s, b
 
 void XTree::writeToStream(XDataStream &stream) const {
     stream.writeNumber(static_cast<qint32>(map.size()));
-    for (auto const &[key, val] : map) {
-        stream.write_UTF8_String(key);
-        stream.writeVal(val);
-    }
+    for (auto const &[key, val] : map)
+        stream.writeEntry(key, val);
 }
 
 void XTree::readFromStream(XDataStream &stream) {
@@ -248,9 +246,15 @@ XTree XTree::load(XMem &mem, XTypeSupporter const &s) {
 }
 
 bool XTree::saveAsFile(QString const &path, XTypeSupporter const &s) {
-    pointer_to_URL();
     // The file gets exactly the size of the binary form, counted before a byte is stored.
-    quint64 const size = XRamInfo::ramInfoFromTree(*this, s, false).size;
+    // The count meets every link and brings its URL up to date: a walk of its own for
+    // that would cost as much as the count.
+    XNullDevice counter(false);
+    XDataStream sizing(&counter, s);
+    sizing.refreshLinks = true;
+    sizing.write_UTF8_String(getTypeAsString());
+    writeToStream(sizing);
+    quint64 const size = counter.ramInfo().size;
     XFileMapper file(path);
     if (!file.mapReadWrite()) {
         ppError("XTree::saveAsFile, file mapper to file '$', mapReadWrite() failed !", path);

@@ -17,25 +17,6 @@ namespace orv {
 
 namespace {
 
-// A tree holds few types, and all values of a type share one name string: the names
-// looked up last are kept (with their data, so that no address is reused) and found by
-// address before the table is asked.
-XFunctionMapper::Handlers const *handlersOf(QString const &type) {
-    struct Seen {
-        QString name;
-        XFunctionMapper::Handlers const *handlers = nullptr;
-    };
-    thread_local Seen seen[8];
-    thread_local unsigned int next = 0;
-    for (Seen const &entry : seen)
-        if (entry.handlers && entry.name.constData() == type.constData())
-            return entry.handlers;
-    XFunctionMapper::Handlers const *const found = XFunctionMapper::instance().find(type);
-    if (found)
-        seen[next++ % 8] = Seen{type, found};
-    return found;
-}
-
 // A count the device can't hold at the given bytes per element is damage.
 bool countFits(XDataStream &stream, quint64 count, quint64 unit) {
     return count <= std::numeric_limits<quint64>::max() / unit && stream.canRead(count * unit);
@@ -66,7 +47,7 @@ bool XTypeSupporter::writeVal(XDataStream &stream, XVal const &val) const {
     if (!val.getPointer())
         return false;
     QString const &type = val.getType();
-    if (XFunctionMapper::Handlers const *handlers = handlersOf(type)) {
+    if (XFunctionMapper::Handlers const *handlers = stream.handlersOf(type)) {
         handlers->write(stream, val);
         return true;
     }
@@ -74,12 +55,14 @@ bool XTypeSupporter::writeVal(XDataStream &stream, XVal const &val) const {
         return writeTree(stream, val);
     if (isLink(type)) {
         auto *link = static_cast<XLink *>(val.getPointer());
-        if (!link->isValid()) {
+        // The sizing pass of a file save asks every link, one without target too (which
+        // says so); other writes ask only those they write.
+        bool const current = (stream.refreshLinks || link->isValid()) && link->pointer_to_URL();
+        if (!current) {
             // As it always was: nothing is written, and a reader loses step here.
             ppError("XTypeSupporter::writeVal, >>> LINK problem");
             return true;
         }
-        link->pointer_to_URL();
         stream.write_UTF8_String(link->url());
         return true;
     }
@@ -93,7 +76,7 @@ bool XTypeSupporter::writeVal(XDataStream &stream, XVal const &val) const {
 }
 
 bool XTypeSupporter::readVal(XDataStream &stream, QString const &type, XVal &val) const {
-    if (XFunctionMapper::Handlers const *handlers = handlersOf(type)) {
+    if (XFunctionMapper::Handlers const *handlers = stream.handlersOf(type)) {
         handlers->read(stream, val);
         return true;
     }
@@ -133,7 +116,7 @@ bool XTypeSupporter::readTree(XDataStream &stream, XVal &val, QString const &typ
 
 bool XTypeSupporter::writeArray(XDataStream &stream, XTreeArray const &array) const {
     QString const &type = array.type();
-    if (XFunctionMapper::Handlers const *handlers = handlersOf(type))
+    if (XFunctionMapper::Handlers const *handlers = stream.handlersOf(type))
         if (handlers->writeArray(stream, array))
             return true;
     if (type.isEmpty()) {
@@ -147,10 +130,14 @@ bool XTypeSupporter::writeArray(XDataStream &stream, XTreeArray const &array) co
         return true;
     }
     if (array.category() == XVal::LINK) {
-        // The URL fields as they stand: XTree::pointer_to_URL refreshes them, not this.
-        auto const *links = static_cast<XLink const *>(array.getArray());
-        for (quint64 i = 0; i < array.size(); ++i)
+        // The URL fields as they stand: XTree::pointer_to_URL refreshes them, and the
+        // sizing pass of a file save (whose tree is not const), not a plain write.
+        auto *links = static_cast<XLink *>(const_cast<void *>(array.getArray()));
+        for (quint64 i = 0; i < array.size(); ++i) {
+            if (stream.refreshLinks)
+                links[i].pointer_to_URL();
             stream.write_UTF8_String(links[i].url());
+        }
         return true;
     }
     return false;
@@ -158,7 +145,7 @@ bool XTypeSupporter::writeArray(XDataStream &stream, XTreeArray const &array) co
 
 bool XTypeSupporter::readArray(XDataStream &stream, QString const &type, quint64 count,
                                XVal &val) const {
-    if (XFunctionMapper::Handlers const *handlers = handlersOf(type))
+    if (XFunctionMapper::Handlers const *handlers = stream.handlersOf(type))
         if (handlers->readArray(stream, val, count))
             return true;
     if (isLink(type)) {
@@ -192,7 +179,7 @@ bool XTypeSupporter::readTreeArray(XDataStream &stream, QString const &type, XVa
 
 QString XTypeSupporter::val_simpleType_as_String(XVal const &val) const {
     ORV_ASSERT(!val.isArray() && !val.isTree());
-    XFunctionMapper::Handlers const *handlers = handlersOf(val.getType());
+    XFunctionMapper::Handlers const *handlers = XFunctionMapper::instance().find(val.getType());
     return handlers && val.getPointer() ? handlers->toString(val) : QString();
 }
 

@@ -260,6 +260,59 @@ TEST(XTreeFormat, LongTypeNamesAreCutTo254Bytes) {
                   "XDataStream::write_short_UTF8_String, str.length() > 254, 150 > 254, cut now")});
 }
 
+// The stream keeps what it made of each type name: values of many names in turn, more
+// names than it keeps, and names that are cut must still get their own bytes each time,
+// and a cut one its warning each time.
+TEST(XTreeFormat, TypeNamesOfEveryValueAsWritten) {
+    QString const euro(85, QChar(0x20AC)); // 255 bytes of UTF-8
+    QString const lone = QStringLiteral("a") + QChar(0xD800) + QStringLiteral("b");
+    struct Name {
+        QString type;
+        QByteArray written;
+        bool cut;
+    };
+    std::vector<Name> names = {
+        {QString::fromUtf8("Größe"),
+         "Gr\xC3\xB6\xC3\x9F"
+         "e",
+         false},
+        {QString(254, QLatin1Char('n')), QByteArray(254, 'n'), false},
+        {QString(255, QLatin1Char('m')), QByteArray(254, 'm'), true},
+        {euro, euro.toUtf8().left(254), true},
+        {lone, "a?b", false},
+        {QString(), "", false},
+    };
+    for (int i = 0; names.size() < 24; ++i)
+        names.push_back({QStringLiteral("t%1").arg(i), "t" + QByteArray::number(i), false});
+
+    XTree tree;
+    TreeBytes expected;
+    expected.header().count(2 * 2 * int(names.size()));
+    int cuts = 0;
+    // Keys in map order: the names come round twice, each name twice in a row, the second
+    // time as a copy of its own that shares no data with the first.
+    for (int round = 0; round < 2; ++round)
+        for (size_t i = 0; i < names.size(); ++i)
+            for (int copy = 0; copy < 2; ++copy) {
+                // Keys of every kind too: ASCII, not ASCII, longer than 256 characters.
+                QString const tail = i % 3 == 0   ? QString()
+                                     : i % 3 == 1 ? QString::fromUtf8("\xC3\xBC")
+                                                  : QString(300, QLatin1Char('k'));
+                QString const key =
+                    QStringLiteral("%1-%2-%3").arg(round).arg(100 + i).arg(copy) + tail;
+                QString const &type = names[i].type;
+                tree.set(key, round);
+                tree.getVal(key).setType(copy ? QString(type.constData(), type.size()) : type);
+                expected.entry(key.toUtf8(), XVal::SIMPLE, names[i].written);
+                cuts += names[i].cut;
+            }
+    QByteArray written;
+    std::vector<QString> const lines = test::linesLoggedBy(
+        [&] { written = tree.createByteArray(XTypeSupporter::basicTypes()); }, WARN);
+    EXPECT_EQ(written, expected.bytes);
+    EXPECT_EQ(lines.size(), size_t(cuts));
+}
+
 TEST(XTreeFormat, LinkWithoutTargetWritesNoPayload) {
     XTree tree;
     tree.addTree(QStringLiteral("t"));
