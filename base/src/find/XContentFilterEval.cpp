@@ -178,7 +178,7 @@ XRamLayer XContentFilter::searchTermInFile(size_t symbolIndex, XLineReaderDA con
             // The first entry whose text reaches past the candidate.
             if (x >= size)
                 break;
-            i = seekEntry(entries, i,
+            i = seekEntry(entries, i, x,
                           [x](XLineInfo const &e) { return e.posMemory + e.length <= x; });
             if (i == entries.size())
                 break;
