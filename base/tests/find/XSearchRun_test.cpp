@@ -324,4 +324,14 @@ TEST(XContentFilter, TermsFoundTogetherAtEveryPlaceOfABlockAsOneByOne) {
             EXPECT_EQ(starts[true], starts[false]);
             EXPECT_FALSE(starts[false].empty());
         }
+    // Lines counted past the 255 steps a byte counter holds, and the last without an LF.
+    QByteArray const lines = QByteArray(9000, '\n') + "Watson";
+    XContentFilter filter;
+    ASSERT_TRUE(filter.createSymbols(QStringLiteral("Sherlock | Watson"), false));
+    std::vector<XContentFilter::LineHits> found;
+    quint64 count = 0;
+    ASSERT_TRUE(filter.findLines(lines.constData(), quint64(lines.size()), found, count));
+    EXPECT_EQ(count, 9001u);
+    ASSERT_EQ(found.size(), 1u);
+    EXPECT_EQ(found[0].li.lineNumber, 9000u);
 }
