@@ -150,11 +150,10 @@ bool anyStartsAt(unsigned char const *data, quint64 size, quint64 p, ByteNeedle 
 }
 
 #if defined(__x86_64__)
-// First a block is tested on the needles' first bytes alone, which start rarely
-// (startsRarely: never a folded letter, so compared as they are); only where one agrees are the
-// last bytes loaded and tested, as in scanAvx2, and a position where a needle agrees on both
-// compared whole. N is the count of needles, fixed so that the loops unroll and the constants stay
-// in registers.
+// First a block is tested on the needles' first bytes alone (none a folded letter, so
+// compared as they are); only where one agrees are the last bytes loaded and tested, as
+// in scanAvx2, and a position where a needle agrees on both compared whole. N is the
+// count of needles, fixed so that the loops unroll and the constants stay in registers.
 template <int W, size_t N>
 __attribute__((always_inline)) inline quint64 scanAny(unsigned char const *data, quint64 size,
                                                       quint64 i, ByteNeedle const *needles,
@@ -271,10 +270,21 @@ quint64 searchAnyBytes(char const *dataIn, quint64 size, quint64 from, ByteNeedl
         return searchBytes(dataIn, size, from, needles[0].bytes, needles[0].foldAscii);
     auto const *data = reinterpret_cast<unsigned char const *>(dataIn);
     quint64 longest = 0;
+    bool foldedStart = false;
     for (size_t k = 0; k < count; ++k) {
         if (needles[k].bytes.isEmpty())
             return from <= size ? from : size;
         longest = std::max(longest, static_cast<quint64>(needles[k].bytes.size()));
+        foldedStart |=
+            foldMask(static_cast<unsigned char>(needles[k].bytes.at(0)), needles[k].foldAscii) != 0;
+    }
+    // The shared pass compares first bytes as they are.
+    if (foldedStart) {
+        quint64 best = size;
+        for (size_t k = 0; k < count; ++k)
+            best = std::min(
+                best, searchBytes(dataIn, size, from, needles[k].bytes, needles[k].foldAscii));
+        return best;
     }
     quint64 i = from;
 #if defined(__x86_64__)

@@ -25,12 +25,12 @@ struct ByteNeedle {
 // each needle on its own with searchBytes is faster.
 bool startsRarely(ByteNeedle const &needle);
 
-// The most needles searchAnyBytes takes; more are searched in groups of this many.
+// The most needles searchAnyBytes tests in one vector pass; callers group more.
 constexpr size_t MAX_NEEDLES_AT_ONCE = 8;
 
-// The first position in [from, size) where any of count needles starts (count at most
-// MAX_NEEDLES_AT_ONCE), or size when none does. One pass over the bytes, however many
-// needles there are.
+// The first position in [from, size) where any of count needles starts, or size when
+// none does. One pass over the bytes for up to MAX_NEEDLES_AT_ONCE needles, unless one
+// starts with a letter folded: then one search per needle.
 quint64 searchAnyBytes(char const *data, quint64 size, quint64 from, ByteNeedle const *needles,
                        size_t count);
 
