@@ -2,9 +2,11 @@
 // the processor has it) or sixteen (SSE2, part of every x86-64) are tested on the
 // needle's first and last byte, and only where both agree are the bytes between
 // compared. memchr serves one-byte needles and needles that start outside ASCII, whose
-// first byte is rare in most text.
+// first byte is rare in most text. Several needles are tested in the same blocks, so
+// that an or of terms reads the bytes once instead of once per term.
 #include "find/ByteSearch.h"
 
+#include <algorithm>
 #include <cstring>
 
 #if defined(__x86_64__)
@@ -99,6 +101,127 @@ quint64 scanSse2(unsigned char const *data, quint64 size, quint64 i, unsigned ch
 }
 
 bool const hasAvx2 = __builtin_cpu_supports("avx2");
+
+// Compiler vectors, so that one body serves both widths: inlined into a function built
+// for AVX2 it becomes AVX2 code, elsewhere SSE2.
+template <int W> struct Lanes { typedef unsigned char V __attribute__((vector_size(W))); };
+
+// By reference: a 32-byte vector passed by value would change the calling convention.
+template <int W>
+__attribute__((always_inline)) inline void loadLanes(typename Lanes<W>::V &v,
+                                                     unsigned char const *p) {
+    std::memcpy(&v, p, W);
+}
+
+// One bit per lane whose top bit is set, lane 0 in bit 0.
+template <int W>
+__attribute__((always_inline)) inline unsigned int bitsOf(typename Lanes<W>::V const &v) {
+    unsigned int bits = 0;
+    for (int h = 0; h < W / 16; ++h) {
+        __m128i half;
+        std::memcpy(&half, reinterpret_cast<char const *>(&v) + 16 * h, 16);
+        bits |= static_cast<unsigned int>(_mm_movemask_epi8(half)) << (16 * h);
+    }
+    return bits;
+}
+
+// Whether any lane has its top bit set: one mask of the halves or'ed together.
+template <int W> __attribute__((always_inline)) inline bool anyLane(typename Lanes<W>::V const &v) {
+    __m128i half, other;
+    std::memcpy(&half, &v, 16);
+    for (int h = 1; h < W / 16; ++h) {
+        std::memcpy(&other, reinterpret_cast<char const *>(&v) + 16 * h, 16);
+        half = _mm_or_si128(half, other);
+    }
+    return _mm_movemask_epi8(half) != 0;
+}
+#endif
+
+bool anyStartsAt(unsigned char const *data, quint64 size, quint64 p, ByteNeedle const *needles,
+                 size_t count) {
+    for (size_t k = 0; k < count; ++k) {
+        auto const m = static_cast<quint64>(needles[k].bytes.size());
+        if (p + m <= size &&
+            equalAt(data + p, reinterpret_cast<unsigned char const *>(needles[k].bytes.constData()),
+                    m, needles[k].foldAscii))
+            return true;
+    }
+    return false;
+}
+
+#if defined(__x86_64__)
+// First a block is tested on the needles' first bytes alone (none a folded letter, so
+// compared as they are); only where one agrees are the last bytes loaded and tested, as
+// in scanAvx2, and a position where a needle agrees on both compared whole. N is the
+// count of needles, fixed so that the loops unroll and the constants stay in registers.
+template <int W, size_t N>
+__attribute__((always_inline)) inline quint64 scanAny(unsigned char const *data, quint64 size,
+                                                      quint64 i, ByteNeedle const *needles,
+                                                      quint64 longest, bool *found) {
+    using V = typename Lanes<W>::V;
+    V first[N], last[N], orLast[N];
+    quint64 lastAt[N];
+    for (size_t k = 0; k < N; ++k) {
+        auto const *needle = reinterpret_cast<unsigned char const *>(needles[k].bytes.constData());
+        lastAt[k] = static_cast<quint64>(needles[k].bytes.size()) - 1;
+        unsigned char const maskLast = foldMask(needle[lastAt[k]], needles[k].foldAscii);
+        first[k] = V{} + needle[0];
+        last[k] = V{} + static_cast<unsigned char>(needle[lastAt[k]] | maskLast);
+        orLast[k] = V{} + maskLast;
+    }
+    for (; i + longest - 1 + W <= size; i += W) {
+        V a, b, eqFirst[N], any = V{};
+        loadLanes<W>(a, data + i);
+        for (size_t k = 0; k < N; ++k) {
+            eqFirst[k] = V(a == first[k]);
+            any |= eqFirst[k];
+        }
+        if (!anyLane<W>(any))
+            continue;
+        any = V{};
+        for (size_t k = 0; k < N; ++k) {
+            loadLanes<W>(b, data + i + lastAt[k]);
+            any |= eqFirst[k] & V((b | orLast[k]) == last[k]);
+        }
+        for (unsigned int bits = bitsOf<W>(any); bits; bits &= bits - 1) {
+            quint64 const p = i + static_cast<unsigned int>(__builtin_ctz(bits));
+            if (anyStartsAt(data, size, p, needles, N)) {
+                *found = true;
+                return p;
+            }
+        }
+    }
+    *found = false;
+    return i;
+}
+
+// Two to MAX_NEEDLES_AT_ONCE needles.
+template <int W>
+__attribute__((always_inline)) inline quint64
+scanAnyOf(unsigned char const *data, quint64 size, quint64 i, ByteNeedle const *needles,
+          size_t count, quint64 longest, bool *found) {
+    static_assert(MAX_NEEDLES_AT_ONCE == 8, "one case per count");
+    switch (count) {
+    case 2: return scanAny<W, 2>(data, size, i, needles, longest, found);
+    case 3: return scanAny<W, 3>(data, size, i, needles, longest, found);
+    case 4: return scanAny<W, 4>(data, size, i, needles, longest, found);
+    case 5: return scanAny<W, 5>(data, size, i, needles, longest, found);
+    case 6: return scanAny<W, 6>(data, size, i, needles, longest, found);
+    case 7: return scanAny<W, 7>(data, size, i, needles, longest, found);
+    default: return scanAny<W, 8>(data, size, i, needles, longest, found);
+    }
+}
+
+__attribute__((target("avx2"))) quint64 scanAnyAvx2(unsigned char const *data, quint64 size,
+                                                    quint64 i, ByteNeedle const *needles,
+                                                    size_t count, quint64 longest, bool *found) {
+    return scanAnyOf<32>(data, size, i, needles, count, longest, found);
+}
+
+quint64 scanAnySse2(unsigned char const *data, quint64 size, quint64 i, ByteNeedle const *needles,
+                    size_t count, quint64 longest, bool *found) {
+    return scanAnyOf<16>(data, size, i, needles, count, longest, found);
+}
 #endif
 
 } // namespace
@@ -132,6 +255,51 @@ quint64 searchBytes(char const *dataIn, quint64 size, quint64 from, QByteArray c
         return i;
 #endif
     return searchScalar(data, size, i, needle, m, fold);
+}
+
+bool startsRarely(ByteNeedle const &needle) {
+    if (needle.bytes.isEmpty())
+        return false;
+    auto const c = static_cast<unsigned char>(needle.bytes.at(0));
+    return c != ' ' && !(c >= 'a' && c <= 'z') && !foldMask(c, needle.foldAscii);
+}
+
+quint64 searchAnyBytes(char const *dataIn, quint64 size, quint64 from, ByteNeedle const *needles,
+                       size_t count) {
+    if (count == 1)
+        return searchBytes(dataIn, size, from, needles[0].bytes, needles[0].foldAscii);
+    auto const *data = reinterpret_cast<unsigned char const *>(dataIn);
+    quint64 longest = 0;
+    bool foldedStart = false;
+    for (size_t k = 0; k < count; ++k) {
+        if (needles[k].bytes.isEmpty())
+            return from <= size ? from : size;
+        longest = std::max(longest, static_cast<quint64>(needles[k].bytes.size()));
+        foldedStart |=
+            foldMask(static_cast<unsigned char>(needles[k].bytes.at(0)), needles[k].foldAscii) != 0;
+    }
+    // The shared pass compares first bytes as they are.
+    if (foldedStart) {
+        quint64 best = size;
+        for (size_t k = 0; k < count; ++k)
+            best = std::min(
+                best, searchBytes(dataIn, size, from, needles[k].bytes, needles[k].foldAscii));
+        return best;
+    }
+    quint64 i = from;
+#if defined(__x86_64__)
+    if (count >= 2 && count <= MAX_NEEDLES_AT_ONCE) {
+        bool found = false;
+        i = hasAvx2 ? scanAnyAvx2(data, size, i, needles, count, longest, &found)
+                    : scanAnySse2(data, size, i, needles, count, longest, &found);
+        if (found)
+            return i;
+    }
+#endif
+    for (; i < size; ++i)
+        if (anyStartsAt(data, size, i, needles, count))
+            return i;
+    return size;
 }
 
 } // namespace orv::find

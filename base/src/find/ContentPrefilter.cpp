@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
 
 namespace orv::find {
 
@@ -76,6 +77,20 @@ ContentPrefilter::build(std::vector<XSymbol> const &symbols) {
         }
         prefilter->termIndex.push_back(term++);
     }
+    // Needles that start rarely share passes; the others go alone.
+    std::vector<std::vector<ByteNeedle>> &groups = prefilter->groups;
+    size_t shared = SIZE_MAX; // the group that rare starts join until it is full
+    for (Needle const &needle : prefilter->needles) {
+        ByteNeedle const bytes{needle.bytes, needle.foldAscii};
+        bool const rare = startsRarely(bytes);
+        if (rare && shared < groups.size() && groups[shared].size() < MAX_NEEDLES_AT_ONCE) {
+            groups[shared].push_back(bytes);
+            continue;
+        }
+        if (rare)
+            shared = groups.size();
+        groups.push_back({bytes});
+    }
     return prefilter;
 }
 
@@ -89,10 +104,19 @@ quint64 ContentPrefilter::Cursor::needleAt(int i, char const *data, quint64 size
     return next[k];
 }
 
+quint64 ContentPrefilter::Cursor::groupAt(size_t g, char const *data, quint64 size, quint64 from) {
+    if (!groupSearched[g] || nextOfGroup[g] < from) {
+        std::vector<ByteNeedle> const &group = filter.groups[g];
+        nextOfGroup[g] = searchAnyBytes(data, size, from, group.data(), group.size());
+        groupSearched[g] = true;
+    }
+    return nextOfGroup[g];
+}
+
 quint64 ContentPrefilter::Cursor::nextCandidate(char const *data, quint64 size, quint64 from) {
     quint64 best = size;
-    for (size_t i = 0; i < filter.needles.size(); ++i)
-        best = std::min(best, needleAt(static_cast<int>(i), data, size, from));
+    for (size_t g = 0; g < filter.groups.size(); ++g)
+        best = std::min(best, groupAt(g, data, size, from));
     return best;
 }
 

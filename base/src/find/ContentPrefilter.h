@@ -3,6 +3,7 @@
 // library's interface.
 #pragma once
 
+#include "find/ByteSearch.h"
 #include "orv/XContentFilter.h"
 
 #include <QtCore/QByteArray>
@@ -22,13 +23,14 @@ public:
     // term outside ASCII, a term holding U+FFFD or a lone surrogate half).
     static std::shared_ptr<ContentPrefilter const> build(std::vector<XSymbol> const &symbols);
 
-    // Per search: the next place of each needle, so that every needle runs over the
-    // file once however many units are asked about.
+    // Per search: the next place of each needle and of each group of needles, so that
+    // the bytes are read once however many units are asked about.
     class Cursor {
     public:
         explicit Cursor(ContentPrefilter const &filter)
             : filter(filter), next(filter.needles.size(), 0),
-              searched(filter.needles.size(), false) {}
+              searched(filter.needles.size(), false), nextOfGroup(filter.groups.size(), 0),
+              groupSearched(filter.groups.size(), false) {}
         // The first position at or after from where a needle of any term starts, or
         // size when there is none.
         quint64 nextCandidate(char const *data, quint64 size, quint64 from);
@@ -37,10 +39,13 @@ public:
 
     private:
         quint64 needleAt(int i, char const *data, quint64 size, quint64 from);
+        quint64 groupAt(size_t g, char const *data, quint64 size, quint64 from);
 
         ContentPrefilter const &filter;
         std::vector<quint64> next;
         std::vector<bool> searched;
+        std::vector<quint64> nextOfGroup;
+        std::vector<bool> groupSearched;
     };
 
     // The term index of find symbol number symbolIndex (-1 for other symbols).
@@ -55,6 +60,8 @@ private:
         int term = 0;
     };
     std::vector<Needle> needles;
+    // All needles, in groups searched in one pass each, for the question "any term?".
+    std::vector<std::vector<ByteNeedle>> groups;
     std::vector<int> termIndex;
 };
 

@@ -51,6 +51,24 @@ XRam hitMark(quint64 start, quint64 end) {
     return mark;
 }
 
+// QString::indexOf, faster where the first character is seldom in the text: the
+// character search runs many characters a step, where the string search hashes
+// every character.
+int indexOfTerm(QString const &text, QString const &term, int from, Qt::CaseSensitivity cs) {
+    if (cs == Qt::CaseInsensitive || term.isEmpty())
+        return text.indexOf(term, from, cs);
+    QChar const first = term.at(0);
+    int const last = text.size() - term.size();
+    for (int p = from; p <= last; ++p) {
+        p = text.indexOf(first, p);
+        if (p < 0 || p > last)
+            return -1;
+        if (QStringView(text).mid(p, term.size()) == term)
+            return p;
+    }
+    return -1;
+}
+
 // Marks hold 32-bit positions.
 bool addressable(quint64 end) { return end <= quint64(INT_MAX); }
 
@@ -134,7 +152,7 @@ XRamLayer XContentFilter::searchTerm(XSymbol const &term, Unit const &unit) cons
     int const lastOfTerm = static_cast<int>(term.text.size()) - 1;
     UnitOffsets offsets(text, unit.bytes, unit.li.length);
     for (int from = 0;;) {
-        int const p = text.indexOf(term.text, from, cs);
+        int const p = indexOfTerm(text, term.text, from, cs);
         if (p < 0)
             break;
         from = p + 1;
@@ -178,7 +196,7 @@ XRamLayer XContentFilter::searchTermInFile(size_t symbolIndex, XLineReaderDA con
             // The first entry whose text reaches past the candidate.
             if (x >= size)
                 break;
-            i = seekEntry(entries, i,
+            i = seekEntry(entries, i, x,
                           [x](XLineInfo const &e) { return e.posMemory + e.length <= x; });
             if (i == entries.size())
                 break;

@@ -89,8 +89,9 @@ bool XContentFilter::forEachParagraph(XLineReaderDA const &reader, bool usePrefi
             quint64 const x = cursor->nextCandidate(data, size, entries[i].posMemory);
             if (x >= size)
                 break;
-            size_t j = seekEntry(
-                entries, i, [x](XLineInfo const &e) { return e.posMemory + e.lengthTotal <= x; });
+            size_t j = seekEntry(entries, i, x, [x](XLineInfo const &e) {
+                return e.posMemory + e.lengthTotal <= x;
+            });
             if (j == entries.size())
                 break;
             // Back to the first piece of that file line.

@@ -282,3 +282,47 @@ TEST(XSearchRun, WithoutContentFilterTheFilteredFilesAreTheResult) {
 }
 
 } // namespace
+
+TEST(XContentFilter, TermsFoundTogetherAtEveryPlaceOfABlockAsOneByOne) {
+    struct Row {
+        char const *expr;
+        char const *placed; // put at each position of a filler line, then at its very end
+    };
+    Row const rows[] = {
+        {"Sherlock | Watson", "Watson"},
+        {"Sherlock | Watson", "SherWatsonlock"},               // one inside the other
+        {"Ab | Abc", "Abc"},                                   // a prefix of the other
+        {"XY | YZ", "XYZ"},                                    // overlapping
+        {"Q1 | Q2{i} | 7x | #y | Zz | %% | W | K | J9", "J9"}, // more than one pass holds
+        {"Kelvin{i} | Long{i}", "lONG"}, // folded, with non-ASCII alternatives
+        {"Fox | Dog", "FoDog"},
+    };
+    QByteArray const filler(70, 'x');
+    for (Row const &row : rows)
+        for (int at = 0; at <= filler.size(); ++at) {
+            QByteArray const text = filler.left(at) + row.placed + filler.mid(at) + "\nFox";
+            SCOPED_TRACE(std::string(row.expr) + " at " + std::to_string(at));
+            XMem mem(text);
+            XLineReaderDA reader(mem, 1 << 20, true);
+            XContentFilter filter;
+            ASSERT_TRUE(filter.createSymbols(QString::fromUtf8(row.expr), false));
+            std::vector<int> starts[2];
+            for (bool prefilter : {true, false}) {
+                filter.setPrefilterEnabled(prefilter);
+                for (XRam const &m : filter.search(reader))
+                    starts[prefilter].push_back(m.start);
+            }
+            EXPECT_EQ(starts[true], starts[false]);
+            EXPECT_FALSE(starts[false].empty());
+        }
+    // Lines counted past the 255 steps a byte counter holds, and the last without an LF.
+    QByteArray const lines = QByteArray(9000, '\n') + "Watson";
+    XContentFilter filter;
+    ASSERT_TRUE(filter.createSymbols(QStringLiteral("Sherlock | Watson"), false));
+    std::vector<XContentFilter::LineHits> found;
+    quint64 count = 0;
+    ASSERT_TRUE(filter.findLines(lines.constData(), quint64(lines.size()), found, count));
+    EXPECT_EQ(count, 9001u);
+    ASSERT_EQ(found.size(), 1u);
+    EXPECT_EQ(found[0].li.lineNumber, 9000u);
+}
