@@ -1,6 +1,8 @@
 // NetServe_test.cpp: "orv serve" and "orv get" against other programs on loopback:
 // curl, Python's http.client and http.server, openssl s_client; and clients that
 // misbehave, after each of which the server must still answer a normal request.
+#include "support/TempFiles.h"
+
 #include <gtest/gtest.h>
 
 #include <QtCore/QDir>
@@ -74,16 +76,10 @@ public:
 class OrvServe : public ::testing::Test {
 protected:
     void SetUp() override {
-        ASSERT_TRUE(root.isValid());
         QDir(root.path()).mkpath("www/sub");
-        writeFile("www/a.txt", "hello from orv serve\n");
-        writeFile("www/sub/index.html", "<p>index</p>\n");
-        writeFile("secret.txt", "never served\n");
-    }
-    void writeFile(QString const &name, QByteArray const &bytes) {
-        QFile file(root.filePath(name));
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(bytes);
+        orv::test::writeFile(root, "www/a.txt", "hello from orv serve\n");
+        orv::test::writeFile(root, "www/sub/index.html", "<p>index</p>\n");
+        orv::test::writeFile(root, "secret.txt", "never served\n");
     }
     void start(QStringList const &extra = {}) {
         server = std::make_unique<ChildServer>(
@@ -197,12 +193,9 @@ TEST_F(OrvServe, GetReadsFromPythonsHttpServer) {
     QByteArray const printed =
         run(ORV_PROGRAM, {"get", QStringLiteral("http://127.0.0.1:%1/a.txt").arg(python.port),
                           "--out", out, "--logTrailler", "false"});
-    EXPECT_TRUE(printed.contains("\nHTTP/1.0 200 OK\n")) << printed.constData();
-    EXPECT_TRUE(printed.contains("\nContent-Length: 21\n"));
-    EXPECT_TRUE(printed.contains("\nbody: 21 bytes\n"));
-    QFile got(out);
-    ASSERT_TRUE(got.open(QIODevice::ReadOnly));
-    EXPECT_EQ(got.readAll(), "hello from orv serve\n");
+    for (char const *line : {"\nHTTP/1.0 200 OK\n", "\nContent-Length: 21\n", "\nbody: 21 bytes\n"})
+        EXPECT_TRUE(printed.contains(line)) << printed.constData();
+    EXPECT_EQ(orv::test::readFile(out), "hello from orv serve\n");
 }
 
 // Each client misbehaves once; the server answers as told and then serves again.
