@@ -10,7 +10,6 @@
 
 #include <gtest/gtest.h>
 
-#include <functional>
 #include <set>
 
 using namespace orv;
@@ -33,18 +32,10 @@ Keys runKeys(XSearchRun const &search, bool byMark) {
 // The same from grep -Z (name, NUL, "line:offset:..." or "line:text") over find's files.
 Keys grepKeys(QString const &root, QStringList const &findTests, QStringList const &grepArgs,
               bool hidden, bool byMark, bool &ran) {
-    QStringList args = test::findFileArguments(root, {"-L"}, hidden, findTests);
-    args << "-exec"
-         << "grep"
-         << "-I"
-         << "-H"
-         << "-Z"
-         << "-n";
-    if (byMark)
-        args << "-b"
-             << "-o";
-    args << grepArgs << "{}"
-         << "+";
+    QStringList const args = test::findFileArguments(root, {"-L"}, hidden, findTests) +
+                             QStringList{"-exec", "grep", "-I", "-H", "-Z", "-n"} +
+                             (byMark ? QStringList{"-b", "-o"} : QStringList()) + grepArgs +
+                             QStringList{"{}", "+"};
     QByteArray out;
     ran = test::runTool(QStringLiteral("find"), args, out);
     Keys keys;
@@ -64,73 +55,56 @@ Keys grepKeys(QString const &root, QStringList const &findTests, QStringList con
 TEST(XSearchRun, HitsEqualGrepsOverTheFilesFindSelects) {
     test::SampleTree const tree;
     qint64 const mid = QDateTime(QDate(2022, 1, 1), QTime(0, 0)).toMSecsSinceEpoch();
+    // The file filter's pattern, negative pattern, extensions, least size and time.
+    struct Files {
+        char const *pattern = "", *negative = "";
+        std::unordered_set<QString> extensions{};
+        quint64 sizeAbove = 0;
+        qint64 after = 0;
+    };
     struct Row {
         char const *expr;
-        bool regEx;
-        bool byMark;
-        QStringList grepArgs;
-        QStringList findTests;
-        std::function<void(XFileFilter &)> files;
-        bool hidden;
+        bool regEx, byMark, hidden;
+        char const *grepArgs, *findTests; // cut at blanks
+        Files files{};
     } const rows[] = {
-        {"fox", false, true, {"-e", "fox"}, {}, nullptr, false},
-        {"fox{i}", false, true, {"-i", "-e", "fox"}, {}, nullptr, false},
-        {"fox & dog", false, false, {"-P", "(?=.*fox)(?=.*dog)"}, {}, nullptr, false},
-        {"fox | cat", false, false, {"-e", "fox", "-e", "cat"}, {}, nullptr, false},
-        {"fox & ~dog", false, false, {"-P", "^(?!.*dog).*fox"}, {}, nullptr, false},
-        {"f[o]x+ ", true, true, {"-E", "-e", "f[o]x+ "}, {}, nullptr, false},
-        {"fox", false, true, {"-e", "fox"}, {}, nullptr, true},
-        {"fox",
-         false,
-         true,
-         {"-e", "fox"},
-         {"-iname", "*.txt"},
-         [](XFileFilter &f) { f.setPattern(QStringLiteral("*.txt"), false); },
-         false},
+        {"fox", false, true, false, "-e fox", ""},
+        {"fox{i}", false, true, false, "-i -e fox", ""},
+        {"fox & dog", false, false, false, "-P (?=.*fox)(?=.*dog)", ""},
+        {"fox | cat", false, false, false, "-e fox -e cat", ""},
+        {"fox & ~dog", false, false, false, "-P ^(?!.*dog).*fox", ""},
+        {"f[o]x+ ", true, true, false, "-E -e f[o]x+[[:blank:]]", ""}, // the tree holds no tabs
+        {"fox", false, true, true, "-e fox", ""},
+        {"fox", false, true, false, "-e fox", "-iname *.txt", {"*.txt"}},
         {"fox{i}",
          false,
          true,
-         {"-i", "-e", "fox"},
-         {"(", "-iname", "*.log", "-o", "-iname", "*.md", ")"},
-         [](XFileFilter &f) {
-             f.textExtensions = {QStringLiteral("log"), QStringLiteral("md")};
-         },
-         false},
-        {"fox",
          false,
-         false,
-         {"-e", "fox"},
-         {"-size", "+29c", "-not", "-iname", "*.md"},
-         [](XFileFilter &f) {
-             f.sizeArea = XFileFilter::AFTER;
-             f.size1 = 29;
-             f.setPattern(QStringLiteral("*.md"), true);
-         },
-         false},
-        {"fox",
-         false,
-         false,
-         {"-e", "fox"},
-         {"-newermt", "2022-01-01"},
-         [mid](XFileFilter &f) {
-             f.timeArea = XFileFilter::AFTER;
-             f.time1 = mid;
-         },
-         false},
+         "-i -e fox",
+         "( -iname *.log -o -iname *.md )",
+         {"", "", {"log", "md"}}},
+        {"fox", false, false, false, "-e fox", "-size +29c -not -iname *.md", {"", "*.md", {}, 29}},
+        {"fox", false, false, false, "-e fox", "-newermt 2022-01-01", {"", "", {}, 0, mid}},
     };
     for (Row const &row : rows) {
-        SCOPED_TRACE(QStringList(row.findTests).join(' ').toStdString() + " " + row.expr);
+        SCOPED_TRACE(std::string(row.findTests) + " " + row.expr);
         XFilter filter;
         ASSERT_TRUE(filter.contentFilter.createSymbols(QString::fromUtf8(row.expr), row.regEx));
-        if (row.files)
-            row.files(filter.fileFilter);
+        XFileFilter &files = filter.fileFilter;
+        files.setPattern(QString::fromUtf8(row.files.pattern), false);
+        files.setPattern(QString::fromUtf8(row.files.negative), true);
+        files.textExtensions = row.files.extensions;
+        files.sizeArea = row.files.sizeAbove ? XFileFilter::AFTER : XFileFilter::NO_AREA;
+        files.size1 = row.files.sizeAbove;
+        files.timeArea = row.files.after ? XFileFilter::AFTER : XFileFilter::NO_AREA;
+        files.time1 = row.files.after;
         XSearchRun search(filter);
         search.dirInfo().setHiddenFiles(row.hidden);
         search.dirInfo().rescan = true;
         ASSERT_TRUE(search.run(tree.root()));
         bool ran = false;
-        Keys const expected =
-            grepKeys(tree.root(), row.findTests, row.grepArgs, row.hidden, row.byMark, ran);
+        Keys const expected = grepKeys(tree.root(), test::words(row.findTests),
+                                       test::words(row.grepArgs), row.hidden, row.byMark, ran);
         if (!ran)
             GTEST_SKIP() << "find or grep is not installed";
         EXPECT_FALSE(expected.empty());
@@ -142,27 +116,15 @@ TEST(XSearchRun, HitsEqualGrepsOverTheFilesFindSelects) {
 // Lines of words, delimiters, UTF-8, CRLF ends, empty lines and long lines that the
 // reader wraps; a BOM at the start now and then; the last line with or without LF.
 QByteArray randomText(quint32 seed) {
-    static char const *const words[] = {"fox",
-                                        "Fox",
-                                        "dog",
-                                        "cat",
-                                        "a",
-                                        "the",
-                                        "x",
-                                        "fox.",
-                                        "dog!",
-                                        "why?",
-                                        "Gr\xc3\xbc\xc3\x9f"
-                                        "e",
-                                        "\t",
-                                        "foxes",
-                                        "\xe3\x80\x82"};
+    static QList<QByteArray> const words =
+        QByteArray("fox|Fox|dog|cat|a|the|x|fox.|dog!|why?|Gr\u00fc\u00dfe|\t|foxes|\u3002")
+            .split('|');
     QByteArray text = seed % 3 == 0 ? QByteArray("\xef\xbb\xbf") : QByteArray();
     for (int line = 0; line < 60; ++line) {
         int const count = int(seed % 7 == 0 ? 40 : seed % 9);
         for (int w = 0; w < count; ++w) {
             seed = seed * 1103515245u + 12345u;
-            text += words[(seed >> 16) % (sizeof(words) / sizeof(words[0]))];
+            text += words[int((seed >> 16) % unsigned(words.size()))];
             text += ' ';
         }
         seed = seed * 1103515245u + 12345u;
@@ -174,16 +136,10 @@ QByteArray randomText(quint32 seed) {
 }
 
 TEST(XContentFilter, LinesWithoutATableGiveWhatFindGives) {
-    char const *const expressions[] = {"fox",
-                                       "fox & dog",
-                                       "fox{i} | cat",
-                                       "fox{w}",
-                                       "dog & ~cat",
-                                       "fox{2}",
-                                       "\"fox dog\"",
-                                       "(fox | cat) & dog",
-                                       "Gr\xc3\xbc\xc3\x9f"
-                                       "e | why?"};
+    char const *const expressions[] = {
+        "fox",         "fox & dog",         "fox{i} | cat",
+        "fox{w}",      "dog & ~cat",        "fox{2}",
+        "\"fox dog\"", "(fox | cat) & dog", "Gr\u00fc\u00dfe | why?"};
     size_t compared = 0;
     for (quint32 seed = 1; seed <= 40; ++seed) {
         QByteArray const text = randomText(seed);
@@ -284,11 +240,8 @@ TEST(XSearchRun, WithoutContentFilterTheFilteredFilesAreTheResult) {
 } // namespace
 
 TEST(XContentFilter, TermsFoundTogetherAtEveryPlaceOfABlockAsOneByOne) {
-    struct Row {
-        char const *expr;
-        char const *placed; // put at each position of a filler line, then at its very end
-    };
-    Row const rows[] = {
+    // The expression, and the text put at each position of a filler line, then at its end.
+    std::pair<char const *, char const *> const rows[] = {
         {"Sherlock | Watson", "Watson"},
         {"Sherlock | Watson", "SherWatsonlock"},               // one inside the other
         {"Ab | Abc", "Abc"},                                   // a prefix of the other
@@ -298,14 +251,14 @@ TEST(XContentFilter, TermsFoundTogetherAtEveryPlaceOfABlockAsOneByOne) {
         {"Fox | Dog", "FoDog"},
     };
     QByteArray const filler(70, 'x');
-    for (Row const &row : rows)
+    for (auto const &[expr, placed] : rows)
         for (int at = 0; at <= filler.size(); ++at) {
-            QByteArray const text = filler.left(at) + row.placed + filler.mid(at) + "\nFox";
-            SCOPED_TRACE(std::string(row.expr) + " at " + std::to_string(at));
+            QByteArray const text = filler.left(at) + placed + filler.mid(at) + "\nFox";
+            SCOPED_TRACE(std::string(expr) + " at " + std::to_string(at));
             XMem mem(text);
             XLineReaderDA reader(mem, 1 << 20, true);
             XContentFilter filter;
-            ASSERT_TRUE(filter.createSymbols(QString::fromUtf8(row.expr), false));
+            ASSERT_TRUE(filter.createSymbols(QString::fromUtf8(expr), false));
             std::vector<int> starts[2];
             for (bool prefilter : {true, false}) {
                 filter.setPrefilterEnabled(prefilter);

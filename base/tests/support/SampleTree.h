@@ -109,4 +109,10 @@ inline QStringList findFiles(QString const &root, QStringList const &options, bo
     return files;
 }
 
+// Blank-separated words as a list, so that a table row can give find's arguments as
+// one text.
+inline QStringList words(char const *text) {
+    return QString::fromUtf8(text).split(QLatin1Char(' '), Qt::SkipEmptyParts);
+}
+
 } // namespace orv::test
