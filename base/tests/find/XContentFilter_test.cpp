@@ -11,6 +11,7 @@
 #include <gtest/gtest.h>
 
 #include <thread>
+#include <tuple>
 
 using namespace orv;
 using namespace orv::find;
@@ -46,37 +47,20 @@ QStringList symbolsOf(XContentFilter const &filter) {
 } // namespace
 
 TEST(XContentFilter, CompilesTermsOperatorsAndOptions) {
-    struct Row {
-        QString expr;
-        bool ok;
-        QStringList symbols;
-        std::vector<QString> logged; // ERROR and DEBUG lines
-    } const rows[] = {
+    QString const tokens = "XContentFilter::checkSyntax - 2 Finder tokens not allowed";
+    QString const brackets = "Brackets open/close must be symmetric +( -) => 0, but we have:";
+    // The expression, whether it compiles, its symbols, the ERROR and DEBUG lines it logs.
+    std::tuple<QString, bool, QStringList, std::vector<QString>> const rows[] = {
         {"a & (b | ~c)", true, {"a{}", "&", "(", "b{}", "|", "~", "c{}", ")"}, {}},
         {"a{i,w,3}", true, {"a{w,i,countMinimum}"}, {}},
         {"\"a b\"{i} & x", true, {"a b{i}", "&", "x{}"}, {}},
         // No blanks: `|` is no delimiter, so this is one term.
         {"a|b", true, {"a|b{}"}, {}},
-        {"a b",
-         false,
-         {"a{}", "b{}"},
-         {"XContentFilter::checkSyntax - 2 Finder tokens not allowed"}},
-        {"a, b",
-         false,
-         {"a{}", ",{}", "b{}"},
-         {"XContentFilter::checkSyntax - 2 Finder tokens not allowed"}},
-        {"a + b",
-         false,
-         {"a{}", "+{}", "b{}"},
-         {"XContentFilter::checkSyntax - 2 Finder tokens not allowed"}},
-        {"(a",
-         false,
-         {"(", "a{}"},
-         {"Brackets open/close must be symmetric +( -) => 0, but we have:1"}},
-        {"a)",
-         false,
-         {"a{}", ")"},
-         {"Brackets open/close must be symmetric +( -) => 0, but we have:-1"}},
+        {"a b", false, {"a{}", "b{}"}, {tokens}},
+        {"a, b", false, {"a{}", ",{}", "b{}"}, {tokens}},
+        {"a + b", false, {"a{}", "+{}", "b{}"}, {tokens}},
+        {"(a", false, {"(", "a{}"}, {brackets + "1"}},
+        {"a)", false, {"a{}", ")"}, {brackets + "-1"}},
         {"a{x}", false, {}, {"XContentFilter::createSymbols, symbol 'x' inside { } is forbidden"}},
         // The syntax check knows only two rules: these pass.
         {"a &", true, {"a{}", "&"}, {}},
@@ -84,13 +68,14 @@ TEST(XContentFilter, CompilesTermsOperatorsAndOptions) {
         {"a & & b", true, {"a{}", "&", "&", "b{}"}, {}},
         {"\"\"", true, {"{}"}, {}},
     };
-    for (Row const &row : rows) {
-        SCOPED_TRACE(row.expr.toStdString());
+    for (auto const &[expr, ok, symbols, log] : rows) {
+        SCOPED_TRACE(expr.toStdString());
         XContentFilter filter;
         std::vector<QString> const logged = test::linesLoggedBy(
-            [&] { EXPECT_EQ(filter.createSymbols(row.expr, false), row.ok); }, ERROR | DEBUG);
-        EXPECT_EQ(symbolsOf(filter), row.symbols);
-        EXPECT_EQ(logged, row.logged);
+            [&, expr = expr, ok = ok] { EXPECT_EQ(filter.createSymbols(expr, false), ok); },
+            ERROR | DEBUG);
+        EXPECT_EQ(symbolsOf(filter), symbols);
+        EXPECT_EQ(logged, log);
         EXPECT_TRUE(filter.isValid());
     }
 }
@@ -119,72 +104,54 @@ TEST(XContentFilter, HostileExpressionsAreRefusedOrEvaluatedWithoutCrashing) {
     EXPECT_TRUE(marksOf(filter.find(0, reader)).empty());
 }
 
-TEST(XContentFilter, EvaluatesLeftToRightWithShortCircuits) {
-    struct Row {
-        QByteArray text;
-        QString expr;
-        Marks marks;
-    } const rows[] = {
-        {"red car\nblue car\n", "red & car", {{0, 3}, {4, 7}}},
-        {"red car\nblue car\n", "red | blue", {{0, 3}, {8, 12}}},
-        // A true left side ends the level: `car` is never searched.
-        {"red car\n", "red | car", {{0, 3}}},
-        // A unit lacking the negated term is marked whole beside the hits.
-        {"red car\nblue car\n", "car & ~red", {{13, 16}, {8, 16}}},
-        // Not alone marks the whole unit that lacks the term; empty lines are skipped.
-        {"red car\n\nblue\n", "~red", {{9, 13}}},
-        // (a & b) | c: a failed and inside the group ends the outer level as well.
-        {"a c\n", "(a & b) | c", {}},
-        {"c\n", "(a & b) | c", {{0, 1}}},
-        // No precedence: (a | b) & c, except that a true `a` ends at the `|`.
-        {"a\n", "a | b & c", {{0, 1}}},
-        {"b\n", "a | b & c", {}},
-        {"b c\n", "a | b & c", {{0, 1}, {2, 3}}},
-        // Overlapping hits all count.
-        {"aaa\n", "aa", {{0, 2}, {1, 3}}},
-        {"x y\nx x x\n", "x{2}", {{4, 5}, {6, 7}, {8, 9}}},
-        {"Fox fox FOX\n", "fox{i}", {{0, 3}, {4, 7}, {8, 11}}},
-        // A refused whole-word hit goes on case-insensitively: `ab` at 4 is accepted.
-        {"ABC ab\n", "AB{w}", {{4, 6}}},
-        {"the cat concat\n", "cat{w}", {{4, 7}}},
-        // Byte positions behind multi-byte text, and behind broken bytes.
-        {"\xCE\xB1\xCE\xB2 fox\n", "fox", {{5, 8}}},
-        {"\xE4\xB8 fox\xFF fox\n", "fox", {{3, 6}, {8, 11}}},
-        {"\xEF\xBB\xBF"
-         "fox\n",
-         "fox",
-         {{3, 6}}},
-        {"a \xE2\x84\xAA\n", "k{i}", {{2, 3}}},
-    };
-    for (Row const &row : rows) {
-        SCOPED_TRACE(row.expr.toStdString() + " on " + row.text.toStdString());
-        EXPECT_EQ(search(row.text, row.expr), row.marks);
-    }
-}
-
-TEST(XContentFilter, FileAndSentenceScopes) {
+// The marks per text and expression, in the scope given.
+TEST(XContentFilter, EvaluatesLeftToRightWithShortCircuitsInEachScope) {
     using S = XContentFilter;
-    struct Row {
-        QByteArray text;
-        QString expr;
-        XContentFilter::Scope scope;
-        Marks marks;
-    } const rows[] = {
+    auto const P = S::Paragraph, Sn = S::Sentence, F = S::File;
+    std::tuple<QByteArray, QString, S::Scope, Marks> const rows[] = {
+        {"red car\nblue car\n", "red & car", P, {{0, 3}, {4, 7}}},
+        {"red car\nblue car\n", "red | blue", P, {{0, 3}, {8, 12}}},
+        // A true left side ends the level: `car` is never searched.
+        {"red car\n", "red | car", P, {{0, 3}}},
+        // A unit lacking the negated term is marked whole beside the hits.
+        {"red car\nblue car\n", "car & ~red", P, {{13, 16}, {8, 16}}},
+        // Not alone marks the whole unit that lacks the term; empty lines are skipped.
+        {"red car\n\nblue\n", "~red", P, {{9, 13}}},
+        // (a & b) | c: a failed and inside the group ends the outer level as well.
+        {"a c\n", "(a & b) | c", P, {}},
+        {"c\n", "(a & b) | c", P, {{0, 1}}},
+        // No precedence: (a | b) & c, except that a true `a` ends at the `|`.
+        {"a\n", "a | b & c", P, {{0, 1}}},
+        {"b\n", "a | b & c", P, {}},
+        {"b c\n", "a | b & c", P, {{0, 1}, {2, 3}}},
+        // Overlapping hits all count.
+        {"aaa\n", "aa", P, {{0, 2}, {1, 3}}},
+        {"x y\nx x x\n", "x{2}", P, {{4, 5}, {6, 7}, {8, 9}}},
+        {"Fox fox FOX\n", "fox{i}", P, {{0, 3}, {4, 7}, {8, 11}}},
+        // A refused whole-word hit goes on case-insensitively: `ab` at 4 is accepted.
+        {"ABC ab\n", "AB{w}", P, {{4, 6}}},
+        {"the cat concat\n", "cat{w}", P, {{4, 7}}},
+        // Byte positions behind multi-byte text, and behind broken bytes.
+        {"\xCE\xB1\xCE\xB2 fox\n", "fox", P, {{5, 8}}},
+        {"\xE4\xB8 fox\xFF fox\n", "fox", P, {{3, 6}, {8, 11}}},
+        {"\uFEFFfox\n", "fox", P, {{3, 6}}},
+        {"a \xE2\x84\xAA\n", "k{i}", P, {{2, 3}}},
         // The second sentence begins with the blank.
-        {"Hello world. Bye\n", "Bye", S::Sentence, {{13, 16}}},
-        {"Hello world. Bye\n", "world & Bye", S::Sentence, {}},
-        {"Hello world. Bye\n", "world & Bye", S::Paragraph, {{6, 11}, {13, 16}}},
-        {"a.b\n", "a.b", S::Sentence, {}},
-        {"a.b\n", "a.b", S::Paragraph, {{0, 3}}},
+        {"Hello world. Bye\n", "Bye", Sn, {{13, 16}}},
+        {"Hello world. Bye\n", "world & Bye", Sn, {}},
+        {"Hello world. Bye\n", "world & Bye", P, {{6, 11}, {13, 16}}},
+        {"a.b\n", "a.b", Sn, {}},
+        {"a.b\n", "a.b", P, {{0, 3}}},
         // In file scope the terms may stand on different lines, and not only filters.
-        {"red\ncar\n", "red & car", S::File, {{0, 3}, {4, 7}}},
-        {"red\ncar\n", "~red", S::File, {}},
-        {"red\ncar\n", "car & ~blue", S::File, {{4, 7}}},
-        {"x\nx\nx\n", "x{2}", S::File, {{0, 1}, {2, 3}}},
+        {"red\ncar\n", "red & car", F, {{0, 3}, {4, 7}}},
+        {"red\ncar\n", "~red", F, {}},
+        {"red\ncar\n", "car & ~blue", F, {{4, 7}}},
+        {"x\nx\nx\n", "x{2}", F, {{0, 1}, {2, 3}}},
     };
-    for (Row const &row : rows) {
-        SCOPED_TRACE(row.expr.toStdString() + " in " + S::scope_to_string(row.scope).toStdString());
-        EXPECT_EQ(search(row.text, row.expr, row.scope), row.marks);
+    for (auto const &[text, expr, scope, marks] : rows) {
+        SCOPED_TRACE(expr.toStdString() + " in " + S::scope_to_string(scope).toStdString() +
+                     " on " + text.toStdString());
+        EXPECT_EQ(search(text, expr, scope), marks);
     }
     EXPECT_EQ(S::scope_to_string(static_cast<S::Scope>(7)), "unknown");
 }
