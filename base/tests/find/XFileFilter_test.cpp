@@ -11,6 +11,8 @@
 
 #include <QtCore/QDateTime>
 
+#include <tuple>
+
 using namespace orv;
 
 namespace {
@@ -56,14 +58,7 @@ TEST(XFileFilter, SetPatternCutsAtBlanksCommasAndSemicolonsAndAddsUp) {
 
 // One row per field and boundary: the filter, a file's name, size and time, the verdict.
 TEST(XFileFilter, MatchTestsEachFieldAtItsBoundaries) {
-    struct Row {
-        char const *what;
-        XFileFilter filter;
-        char const *name;
-        quint64 size;
-        qint64 time;
-        bool match;
-    } const rows[] = {
+    std::tuple<char const *, XFileFilter, char const *, quint64, qint64, bool> const rows[] = {
         {"no test at all", XFileFilter(), "any", 5, T, true},
         {"size before 100: 99", sizes(XFileFilter::BEFORE, 100), "f", 99, T, true},
         {"size before 100: 100", sizes(XFileFilter::BEFORE, 100), "f", 100, T, false},
@@ -95,9 +90,9 @@ TEST(XFileFilter, MatchTestsEachFieldAtItsBoundaries) {
         {"positive and negative", named("*.txt", "old*"), "old.txt", 1, T, false},
         {"all tests pass", named("*.txt", "old*", {"txt"}), "new.txt", 1, T, true},
     };
-    for (Row const &row : rows) {
-        SCOPED_TRACE(row.what);
-        EXPECT_EQ(row.filter.match(QString::fromUtf8(row.name), row.size, row.time), row.match);
+    for (auto const &[what, filter, name, size, time, match] : rows) {
+        SCOPED_TRACE(what);
+        EXPECT_EQ(filter.match(QString::fromUtf8(name), size, time), match);
     }
     // The helpers are the other reading: AFTER against the second value.
     XFileFilter const after = sizes(XFileFilter::AFTER, 100, 200);
@@ -122,58 +117,48 @@ TEST(XFileFilter, MatchReadsAFilesNameSizeAndTime) {
     EXPECT_EQ(lines, std::vector<QString>{QStringLiteral("negative")});
 }
 
-TEST(XFileFilter, TextFormJoinsThePartsWithoutSeparators) {
-    XFileFilter f = named("*.cpp,*.h", "*.bak");
-    EXPECT_EQ(f.toString(), QStringLiteral("{*.cpp*.h}~{*.bak}"));
-    EXPECT_EQ(sizes(XFileFilter::BETWEEN, 1000, 2000).toString(),
-              QStringLiteral("SIZE:{>= 1.000 & <=2.000}"));
-    EXPECT_EQ(sizes(XFileFilter::AFTER, 5000).toString(), QStringLiteral("SIZE:{> 5.000}"));
-    EXPECT_EQ(sizes(XFileFilter::BEFORE, 0, 7).toString(), QStringLiteral("SIZE:{< , 7}"));
-    EXPECT_EQ(times(XFileFilter::AFTER, T).toString(),
-              QStringLiteral("TIME:{> 2024/01/31 12:00:00,000}"));
-    EXPECT_EQ(XFileFilter().toString(), QString());
-    EXPECT_EQ(XFileFilter::area_to_String(XFileFilter::BETWEEN), QStringLiteral("BETWEEN"));
-    EXPECT_EQ(XFileFilter::area_to_String_operator(XFileFilter::MARK), QStringLiteral("<.>"));
-    EXPECT_EQ(XFileFilter::area_to_String(XFileFilter::Area(9)), QStringLiteral("UNKNOWN"));
-}
-
-TEST(XFindStats, TextAndReset) {
+// The text forms: the filter's parts joined without separators, the counters, the whole filter.
+TEST(XFileFilter, TextForms) {
     XFindStats stats;
     stats.filesTotal = 20000;
     stats.files = 1234;
     stats.lines = 1000000;
     stats.bytes = 1500000;
     stats.hits = 7;
-    XFindStats const copy = stats;
-    EXPECT_EQ(copy.toString(), QStringLiteral("files total:20.000, files :1.234, lines :1.000.000, "
-                                              "bytes :1.50 MB, hits :7"));
+    QString const full = stats.toString();
     stats.reset();
-    EXPECT_EQ(stats.toString(),
-              QStringLiteral("files total:0, files :0, lines :0, bytes :0.00 KB, hits :0"));
-}
-
-TEST(XFilter, TextNamesWhatIsSet) {
     find::XFilter filter;
-    EXPECT_EQ(filter.toString(), QString());
-    EXPECT_TRUE(filter.isValid());
+    QString const empty = filter.toString();
     filter.fileFilter.setPattern(QStringLiteral("*.txt"), false);
-    EXPECT_EQ(filter.toString(), QStringLiteral("file: \"{*.txt}\""));
+    QString const files = filter.toString();
     EXPECT_FALSE(filter.has_content_filter());
     ASSERT_TRUE(filter.contentFilter.createSymbols(QStringLiteral("fox"), false));
     EXPECT_TRUE(filter.has_content_filter());
-    EXPECT_EQ(filter.toString(), QStringLiteral("file: \"{*.txt}\", content: \"scope:Paragraph, "
-                                                "pattern 'fox'\""));
+    std::pair<QString, char const *> const rows[] = {
+        {named("*.cpp,*.h", "*.bak").toString(), "{*.cpp*.h}~{*.bak}"},
+        {sizes(XFileFilter::BETWEEN, 1000, 2000).toString(), "SIZE:{>= 1.000 & <=2.000}"},
+        {sizes(XFileFilter::AFTER, 5000).toString(), "SIZE:{> 5.000}"},
+        {sizes(XFileFilter::BEFORE, 0, 7).toString(), "SIZE:{< , 7}"},
+        {times(XFileFilter::AFTER, T).toString(), "TIME:{> 2024/01/31 12:00:00,000}"},
+        {XFileFilter().toString(), ""},
+        {XFileFilter::area_to_String(XFileFilter::BETWEEN), "BETWEEN"},
+        {XFileFilter::area_to_String_operator(XFileFilter::MARK), "<.>"},
+        {XFileFilter::area_to_String(XFileFilter::Area(9)), "UNKNOWN"},
+        {full, "files total:20.000, files :1.234, lines :1.000.000, bytes :1.50 MB, hits :7"},
+        {stats.toString(), "files total:0, files :0, lines :0, bytes :0.00 KB, hits :0"},
+        {empty, ""},
+        {files, "file: \"{*.txt}\""},
+        {filter.toString(), "file: \"{*.txt}\", content: \"scope:Paragraph, pattern 'fox'\""},
+    };
+    for (auto const &[text, expected] : rows)
+        EXPECT_EQ(text, QString::fromUtf8(expected));
+    EXPECT_TRUE(filter.isValid());
 }
 
 // Typed values: each text with the bytes or milliseconds it gives, or the start of the
 // reason it is refused.
 TEST(XFileFilter, SizesAndDatesFromTextAndWhyTheyAreRefused) {
-    struct SizeRow {
-        char const *text;
-        bool ok;
-        quint64 bytes;
-        char const *error;
-    } const sizeRows[] = {
+    std::tuple<char const *, bool, quint64, char const *> const sizeRows[] = {
         {"1500", true, 1500, ""},
         {" 10k ", true, 10000, ""},
         {"2.5MB", true, 2500000, ""},
@@ -191,20 +176,16 @@ TEST(XFileFilter, SizesAndDatesFromTextAndWhyTheyAreRefused) {
         {"1kk", false, 0, "is no size"},
         {"\xd9\xa3", false, 0, "is no size"}, // an Arabic-Indic three is no ASCII digit
     };
-    for (SizeRow const &row : sizeRows) {
-        SCOPED_TRACE(row.text);
+    for (auto const &[text, ok, expected, reason] : sizeRows) {
+        SCOPED_TRACE(text);
         quint64 bytes = 0;
         QString error;
-        EXPECT_EQ(XFileFilter::sizeFromText(QString::fromUtf8(row.text), bytes, &error), row.ok);
-        EXPECT_EQ(bytes, row.bytes);
-        EXPECT_TRUE(error.contains(QString::fromUtf8(row.error))) << error.toStdString();
+        EXPECT_EQ(XFileFilter::sizeFromText(QString::fromUtf8(text), bytes, &error), ok);
+        EXPECT_EQ(bytes, expected);
+        EXPECT_TRUE(error.contains(QString::fromUtf8(reason))) << error.toStdString();
     }
     qint64 const day = QDateTime(QDate(2024, 1, 31), QTime(0, 0)).toMSecsSinceEpoch();
-    struct TimeRow {
-        char const *text;
-        bool ok;
-        qint64 ms;
-    } const timeRows[] = {
+    std::tuple<char const *, bool, qint64> const timeRows[] = {
         {"2024-01-31", true, day},
         {"2024/1/31", true, day},
         {"2024-01-31 12:00", true, T},
@@ -219,13 +200,13 @@ TEST(XFileFilter, SizesAndDatesFromTextAndWhyTheyAreRefused) {
         {"yesterday", false, 0},
         {"", false, 0},
     };
-    for (TimeRow const &row : timeRows) {
-        SCOPED_TRACE(row.text);
+    for (auto const &[text, ok, expected] : timeRows) {
+        SCOPED_TRACE(text);
         qint64 ms = 0;
         QString error;
-        EXPECT_EQ(XFileFilter::timeFromText(QString::fromUtf8(row.text), ms, &error), row.ok);
-        EXPECT_EQ(ms, row.ms);
-        EXPECT_EQ(error.isEmpty(), row.ok) << error.toStdString();
+        EXPECT_EQ(XFileFilter::timeFromText(QString::fromUtf8(text), ms, &error), ok);
+        EXPECT_EQ(ms, expected);
+        EXPECT_EQ(error.isEmpty(), ok) << error.toStdString();
     }
 }
 
