@@ -15,18 +15,14 @@ using namespace orv;
 
 namespace {
 
-QStringList paths(std::vector<QFileInfo> const &files) {
-    QStringList list;
-    for (QFileInfo const &f : files)
-        list << f.filePath();
-    list.sort();
-    return list;
-}
+QString pathOf(QFileInfo const &f) { return f.filePath(); }
+QString pathOf(QFileInfo const *f) { return f->filePath(); }
 
-QStringList paths(std::vector<QFileInfo const *> const &files) {
+// The sorted paths of files, given as QFileInfo or pointers to them.
+template <typename Files> QStringList paths(Files const &files) {
     QStringList list;
-    for (QFileInfo const *f : files)
-        list << f->filePath();
+    for (auto const &f : files)
+        list << pathOf(f);
     list.sort();
     return list;
 }
@@ -124,29 +120,22 @@ TEST(XDirInfo, TextFilesByExtensionAndByHead) {
     XDirInfo::cacheDir.deleteEntry(tree.root());
 
     QTemporaryDir dir;
-    struct Row {
-        QByteArray bytes;
-        bool text;
-    } const rows[] = {
+    std::tuple<QByteArray, bool> const rows[] = {
         {"plain\ttext\r\n", true},
         {"back\bspace", true},
         {"", false},
-        {"Gr\xc3\xbc\xc3\x9f"
-         "e",
-         false},
+        {"Gr\u00fc\u00dfe", false},
         {"<!DOCTYPE html>\xc3\xbc", true},
         {"<!xml a=\"\xc3\xbc\"", true},
         {"<!xml\xc3\xbc", false}, // the opening is looked for from 9 bytes on
         {QByteArray("nul\0byte", 8), false},
-        {"form\x0c"
-         "feed",
-         false},
+        {"form\ffeed", false},
         {QByteArray(1024, 'a') + "\x01", true}, // only the head counts
     };
     int i = 0;
-    for (Row const &row : rows) {
-        QString const path = test::writeFile(dir, QString::number(++i), row.bytes);
-        EXPECT_EQ(is_text_file(path), row.text) << row.bytes.toStdString();
+    for (auto const &[bytes, text] : rows) {
+        QString const path = test::writeFile(dir, QString::number(++i), bytes);
+        EXPECT_EQ(is_text_file(path), text) << bytes.toStdString();
     }
     EXPECT_FALSE(is_text_file(QString()));
     EXPECT_FALSE(is_text_file(dir.path()));
@@ -163,9 +152,7 @@ TEST(XDirInfo, FilteredFilesAndTheirCounts) {
     XFindStats const stats = info.setup_filtered_files(filter, true);
     QStringList const expected =
         test::findFiles(tree.root(), {"-L"}, false, {"-iname", "*.txt", "-size", "+0c"});
-    EXPECT_EQ(paths(std::vector<QFileInfo const *>(info.get_view_filtered_files().begin(),
-                                                   info.get_view_filtered_files().end())),
-              expected);
+    EXPECT_EQ(paths(info.get_view_filtered_files()), expected);
     EXPECT_EQ(stats.files, quint64(expected.size()));
     EXPECT_EQ(stats.filesTotal, info.getFiles().size());
     quint64 bytes = 0;
