@@ -25,7 +25,8 @@ struct HeadRow {
     Fields fields = {};
 };
 
-// Heads whose every line lacks its CR fail (see BrokenHeadsFailWithTheirLogLines).
+// Python also reads a line ending in a bare LF; here the whole head fails instead, as
+// BrokenHeadsFailWithTheirLogLines checks.
 std::vector<HeadRow> const heads = {
     {"firefox",
      "GET /index.html HTTP/1.1\r\nHost: example.org\r\nUser-Agent: Mozilla/5.0 (X11; Linux "
