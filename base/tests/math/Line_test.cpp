@@ -3,10 +3,7 @@
 #include "orv/Circle.h"
 #include "orv/Plane.h"
 
-#include "support/LoggedLines.h"
-#include "support/QtPrinters.h"
-
-#include <gtest/gtest.h>
+#include "support/Test.h"
 
 #include <random>
 

@@ -5,10 +5,7 @@
 
 #include "orv/GeoAlgo2D.h"
 
-#include "support/LoggedLines.h"
-#include "support/QtPrinters.h"
-
-#include <gtest/gtest.h>
+#include "support/Test.h"
 
 #include <limits>
 

@@ -6,9 +6,7 @@
 #include "orv/ContourText.h"
 #include "orv/Triangulate.h"
 
-#include "support/QtPrinters.h"
-
-#include <gtest/gtest.h>
+#include "support/Test.h"
 
 using namespace orv;
 

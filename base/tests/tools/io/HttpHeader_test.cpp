@@ -1,9 +1,7 @@
 // HttpHeader_test.cpp: HTTP heads read from text against Python's own header parser,
 // the first line's tokens, the text form, the Host field and the Mime table.
 #include "orv/HttpHeader.h"
-#include "support/LoggedLines.h"
-
-#include <gtest/gtest.h>
+#include "support/Test.h"
 
 #include <QtCore/QJsonArray>
 #include <QtCore/QJsonDocument>

@@ -4,11 +4,7 @@
 #include "orv/AdapterInfos.h"
 #include "orv/HttpHeader.h"
 #include "orv/Socket.h"
-#include "support/LoggedLines.h"
-#include "support/QtPrinters.h"
-#include "support/TempFiles.h"
-
-#include <gtest/gtest.h>
+#include "support/Test.h"
 
 #include <cerrno>
 #include <thread>

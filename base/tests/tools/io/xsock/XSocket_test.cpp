@@ -3,14 +3,10 @@
 #include "orv/HttpHeader.h"
 #include "orv/XServer.h"
 #include "orv/XSocket.h"
-#include "support/LoggedLines.h"
-#include "support/QtPrinters.h"
-
-#include <gtest/gtest.h>
+#include "support/Test.h"
 
 #include <QtCore/QProcess>
 #include <QtCore/QStandardPaths>
-#include <QtCore/QTemporaryDir>
 #include <QtCore/QUrl>
 
 #include <memory>
