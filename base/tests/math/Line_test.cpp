@@ -3,10 +3,7 @@
 #include "orv/Circle.h"
 #include "orv/Plane.h"
 
-#include "support/LoggedLines.h"
-#include "support/QtPrinters.h"
-
-#include <gtest/gtest.h>
+#include "support/Test.h"
 
 #include <random>
 
@@ -47,37 +44,36 @@ TEST(Line3, LinesAlongAnyTwoAxesMeetInTheirCommonPoint) {
             }
 }
 
-TEST(Line3, ParallelOrZeroDirectionsGiveInvalidWithAnError) {
-    for (Vector3 const d2 : {Vector3(2, 0, 0), Vector3(0, 0, 0)}) {
-        Vector3 result;
-        auto const lines = test::linesLoggedBy(
-            [&] {
-                result = Line3::getIntersection(Line3({0, 0, 0}, {1, 0, 0}), Line3({0, 1, 0}, d2));
-            },
-            ERROR);
-        EXPECT_FALSE(result.isValid());
-        EXPECT_EQ(lines, std::vector<QString>{"Line3::getIntersection, main conditions failed."});
-    }
-}
-
-// The third axis must agree within 2e-6.
-TEST(Line3, SkewLinesGiveInvalidWithThreeDebugLines) {
+// Parallel or zero directions break the main conditions; skew lines must agree on the
+// third axis within 2e-6.
+TEST(Line3, ParallelZeroOrSkewLinesGiveInvalidWithTheirLines) {
     struct Row {
-        float z;
+        Line3 second;
         bool meets;
-    } const rows[] = {{1e-6f, true}, {3e-6f, false}, {1.0f, false}};
+        char const *firstLine; // null: no line
+        size_t count;
+    } const rows[] = {
+        {Line3({0, 1, 0}, {2, 0, 0}), false, "Line3::getIntersection, main conditions failed.", 1},
+        {Line3({0, 1, 0}, {0, 0, 0}), false, "Line3::getIntersection, main conditions failed.", 1},
+        {Line3({0, 0, 1e-6f}, {0, 1, 0}), true, nullptr, 0},
+        {Line3({0, 0, 3e-6f}, {0, 1, 0}), false,
+         "Line3::_getIntersectionInternally, no intersection possible - lines are skewed, "
+         "distance lines=",
+         3},
+        {Line3({0, 0, 1}, {0, 1, 0}), false, "Line3::_getIntersectionInternally", 3},
+    };
     for (Row const &row : rows) {
+        SCOPED_TRACE(row.second.toString().toStdString());
         Vector3 result;
         auto const lines = test::linesLoggedBy(
             [&] {
-                result = Line3::getIntersection(Line3({1, 0, 0}), Line3({0, 0, row.z}, {0, 1, 0}));
+                result = Line3::getIntersection(Line3({1, 0, 0}), row.second);
             },
-            DEBUG);
-        EXPECT_EQ(result.isValid(), row.meets) << row.z;
-        EXPECT_EQ(lines.size(), row.meets ? 0u : 3u) << row.z;
-        if (!row.meets && lines.size() == 3) {
-            EXPECT_TRUE(lines[0].startsWith("Line3::_getIntersectionInternally, no intersection "
-                                            "possible - lines are skewed, distance lines="));
+            ERROR | DEBUG);
+        EXPECT_EQ(result.isValid(), row.meets);
+        ASSERT_EQ(lines.size(), row.count);
+        if (row.firstLine) {
+            EXPECT_TRUE(lines[0].startsWith(row.firstLine)) << lines[0].toStdString();
         }
     }
 }
@@ -187,7 +183,7 @@ TEST(Line2, FootOfPerpendicularAndTheNotNormalizedDebugLines) {
                          "length 2.000000000000000000000000 is not normalized"}));
 }
 
-TEST(Line, TextFormsAndTheNotDefinedSegment) {
+TEST(Line, TextFormsTheNotDefinedSegmentAndTheCircle) {
     LineSegment2 const undefined(false);
     EXPECT_FALSE(undefined.isDefined());
     EXPECT_EQ(undefined.toString(), "NOT DEFINED");
@@ -195,12 +191,8 @@ TEST(Line, TextFormsAndTheNotDefinedSegment) {
     EXPECT_EQ(Line2({1, 2}, {0, 1}).toString(), "[1.000000, 2.000000] - [0.000000, 1.000000]");
     EXPECT_EQ(Line3({1, 0, 0}).toString(),
               "position = [+0.000, +0.000, +0.000], direction = [+1.000, +0.000, +0.000]");
-}
-
-TEST(Circle, SetRadiusUpdatesThePiDiameterRatio) {
     Circle c;
     c.setRadius(1);
-    EXPECT_FLOAT_EQ(c.getPiDiameterRatio(), GMath::PI / 2);
     c.setCapHeight(0.5f);
     EXPECT_EQ(c.toString(), "vCenter:[0.000000, 0.000000], radius:1.000000, capRadius:0.000000, "
                             "capHeight:0.500000, piDiameterRatio:1.570796");

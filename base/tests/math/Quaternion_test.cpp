@@ -25,7 +25,6 @@ TEST(Quaternion, AxisAngleGivesHalfAngleComponents) {
     EXPECT_NEAR(q.z, std::sin(GMath::HALF_PI / 2), 1e-7f);
     EXPECT_EQ(q.x, 0.0f);
     EXPECT_TRUE(q.isNormalized());
-    EXPECT_TRUE(Quaternion().compareMemory(Quaternion(1, 0, 0, 0)));
 }
 
 TEST(Quaternion, ZeroAxisGivesIdentityAndAnError) {
@@ -75,8 +74,7 @@ TEST(Quaternion, RotationKeepsLength) {
 }
 
 TEST(Quaternion, InvalidAndTextForm) {
-    EXPECT_FALSE(Quaternion::INVALID.isValid());
     EXPECT_EQ(Quaternion::INVALID.toString(), "Quaternion-INVALID");
-    EXPECT_TRUE(Quaternion().isValid());
+    EXPECT_TRUE(Quaternion().compareMemory(Quaternion(1, 0, 0, 0)));
     EXPECT_EQ(Quaternion(1, -0.5f, 0.25f, 0).toString(), "[+1.000, -0.500, +0.250, +0.000]");
 }

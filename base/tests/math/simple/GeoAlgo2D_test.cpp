@@ -5,10 +5,7 @@
 
 #include "orv/GeoAlgo2D.h"
 
-#include "support/LoggedLines.h"
-#include "support/QtPrinters.h"
-
-#include <gtest/gtest.h>
+#include "support/Test.h"
 
 #include <limits>
 
@@ -42,9 +39,7 @@ TEST(GeoAlgo2D, CcwOnTurnsCollinearPointsAnd64BitLimits) {
         {{0, 0}, {MIN64, 0}, {MAX64, 0}, -1},
     };
     for (Row const &row : rows)
-        EXPECT_EQ(GeoAlgo2D::ccw(row.p0, row.p1, row.p2), row.expected)
-            << row.p0.x << "," << row.p0.y << " " << row.p1.x << "," << row.p1.y << " " << row.p2.x
-            << "," << row.p2.y;
+        EXPECT_EQ(GeoAlgo2D::ccw(row.p0, row.p1, row.p2), row.expected) << "row " << &row - rows;
 }
 
 TEST(GeoAlgo2D, SegmentsIntersectWhenCrossingTouchingOrOverlapping) {
@@ -64,9 +59,8 @@ TEST(GeoAlgo2D, SegmentsIntersectWhenCrossingTouchingOrOverlapping) {
         {{MIN64, MIN64, MAX64, MAX64}, {MIN64, MIN64 + 1, MAX64 - 1, MAX64}, false},
     };
     for (Row const &row : rows) {
-        EXPECT_EQ(GeoAlgo2D::intersect(row.a, row.b), row.expected)
-            << row.a.start.x << " " << row.b.start.x;
-        EXPECT_EQ(GeoAlgo2D::intersect(row.b, row.a), row.expected);
+        EXPECT_EQ(GeoAlgo2D::intersect(row.a, row.b), row.expected) << "row " << &row - rows;
+        EXPECT_EQ(GeoAlgo2D::intersect(row.b, row.a), row.expected) << "row " << &row - rows;
     }
 }
 

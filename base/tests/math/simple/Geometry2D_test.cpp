@@ -2,9 +2,7 @@
 // and exclusive containment families, rectangle combinations and 64-bit limits.
 #include "orv/Geometry2D.h"
 
-#include "support/QtPrinters.h"
-
-#include <gtest/gtest.h>
+#include "support/Test.h"
 
 #include <cmath>
 #include <limits>

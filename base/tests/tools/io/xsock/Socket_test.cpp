@@ -4,11 +4,7 @@
 #include "orv/AdapterInfos.h"
 #include "orv/HttpHeader.h"
 #include "orv/Socket.h"
-#include "support/LoggedLines.h"
-#include "support/QtPrinters.h"
-#include "support/TempFiles.h"
-
-#include <gtest/gtest.h>
+#include "support/Test.h"
 
 #include <cerrno>
 #include <thread>
@@ -150,9 +146,7 @@ TEST(Socket, FromSocketClassicReadsAHeadOrNamesWhyNot) {
 
 TEST(ReceiverFile, TakesASizedBodyOrOneUpToTheClose) {
     QTemporaryDir dir;
-    QByteArray body(100000, '\0');
-    for (int i = 0; i < body.size(); ++i)
-        body[i] = char(i * 7);
+    QByteArray const body = orv::test::patternedBytes(100000);
     for (qint64 len : {qint64(body.size()), qint64(-1)}) {
         Pair pair;
         ASSERT_TRUE(pair.accepted);
@@ -166,7 +160,6 @@ TEST(ReceiverFile, TakesASizedBodyOrOneUpToTheClose) {
         pair.accepted->setTimeout(WAIT_MS);
         EXPECT_EQ(pair.accepted->readInto(file, len), expected);
         sender.join();
-        EXPECT_EQ(file.bytesWritten(), expected);
         EXPECT_EQ(orv::test::readFile(file.path()), len < 0 ? body + "tail" : body);
     }
 }

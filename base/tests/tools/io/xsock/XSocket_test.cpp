@@ -3,14 +3,10 @@
 #include "orv/HttpHeader.h"
 #include "orv/XServer.h"
 #include "orv/XSocket.h"
-#include "support/LoggedLines.h"
-#include "support/QtPrinters.h"
-
-#include <gtest/gtest.h>
+#include "support/Test.h"
 
 #include <QtCore/QProcess>
 #include <QtCore/QStandardPaths>
-#include <QtCore/QTemporaryDir>
 #include <QtCore/QUrl>
 
 #include <memory>
@@ -69,27 +65,58 @@ Served serveOne(orv::XServer &server) {
     return served;
 }
 
-void answerAndClose(BasicSocket &socket, QString const &body) {
-    HttpHeader answer(200, "OK", 1);
-    answer.setContenLen(body.size());
-    EXPECT_TRUE(socket.sendHttpHeader(&answer));
-    EXPECT_TRUE(socket.sendString(body));
-    socket.close(WAIT_MS);
+// A key and self-signed certificate made by openssl, as a user of the server would.
+bool makeCertificate(QTemporaryDir const &dir) {
+    QProcess openssl;
+    openssl.start("openssl", {"req", "-x509", "-newkey", "rsa:2048", "-nodes", "-days", "2",
+                              "-subj", "/CN=localhost", "-keyout", dir.filePath("key.pem"), "-out",
+                              dir.filePath("cert.pem")});
+    return openssl.waitForFinished(30000) && openssl.exitCode() == 0;
 }
 
-TEST(XServer, ReadsARequestHeadAndAnswersIt) {
-    orv::XServer server;
-    ASSERT_TRUE(server.listen(QHostAddress::LocalHost, 0));
-    Client client(server.serverPort(), "GET /x HTTP/1.1\r\nHost: h:81\r\nUser-Agent: t\r\n\r\n");
-    Served served = serveOne(server);
-    ASSERT_TRUE(served.parsed);
-    EXPECT_FALSE(served.socket->isSSL());
-    EXPECT_EQ(served.socket->ipPeer(), "127.0.0.1");
-    EXPECT_EQ(served.request.getResource(), "/x");
-    EXPECT_EQ(served.request.getPort(), 81);
-    EXPECT_EQ(served.request.userAgent(), "t");
-    answerAndClose(*served.socket, "body");
-    EXPECT_EQ(client.finish(), "HTTP/1.1 200 OK\r\nContent-Length: 4\r\n\r\nbody");
+// The same request and answer over plain TCP and over TLS with a fresh certificate.
+TEST(XServer, ReadsARequestHeadAndAnswersItOverTcpAndTls) {
+    QTemporaryDir dir;
+    QSslConfiguration config;
+    bool const canTls =
+        !QStandardPaths::findExecutable("openssl").isEmpty() && makeCertificate(dir);
+    if (canTls) {
+        std::vector<QString> const missing = linesLoggedBy([&] {
+            EXPECT_FALSE(orv::XServer::setupSSLConfig(config, dir.filePath("no.pem"), ""));
+            EXPECT_FALSE(orv::XServer::setupSSLConfig(config, dir.filePath("cert.pem"), "/no"));
+        });
+        EXPECT_EQ(missing,
+                  (std::vector<QString>{"XServer::setupSSLConfig cannot open sslCertFile " +
+                                            dir.filePath("no.pem"),
+                                        "XServer::setupSSLConfig cannot open sslKeyFile /no"}));
+        ASSERT_TRUE(orv::XServer::setupSSLConfig(config, dir.filePath("cert.pem"),
+                                                 dir.filePath("key.pem")));
+        EXPECT_EQ(config.protocol(), 6);
+    }
+    for (bool tls : {false, true}) {
+        if (tls && !canTls)
+            GTEST_SKIP() << "openssl is needed to make a certificate (scripts/bootstrap.sh)";
+        SCOPED_TRACE(tls ? "TLS" : "TCP");
+        orv::XServer server;
+        server.sslConfiguration = tls ? &config : nullptr;
+        ASSERT_TRUE(server.listen(QHostAddress::LocalHost, 0));
+        Client client(server.serverPort(),
+                      "HEAD /x HTTP/1.1\r\nHost: h:81\r\nUser-Agent: t\r\n\r\n", tls);
+        Served served = serveOne(server);
+        ASSERT_TRUE(served.parsed);
+        EXPECT_EQ(served.socket->isSSL(), tls);
+        EXPECT_EQ(served.socket->ipPeer(), "127.0.0.1");
+        EXPECT_EQ(served.request.getFirstLine().getRequestType(), orv::HEAD);
+        EXPECT_EQ(served.request.getResource(), "/x");
+        EXPECT_EQ(served.request.getPort(), 81);
+        EXPECT_EQ(served.request.userAgent(), "t");
+        HttpHeader answer(200, "OK", 1);
+        answer.setContenLen(4);
+        EXPECT_TRUE(served.socket->sendHttpHeader(&answer));
+        EXPECT_TRUE(served.socket->sendString("body"));
+        served.socket->close(WAIT_MS);
+        EXPECT_EQ(client.finish(), "HTTP/1.1 200 OK\r\nContent-Length: 4\r\n\r\nbody");
+    }
 }
 
 // 30 lines before the empty one are a head, 31 are too many; a silent client and a
@@ -172,43 +199,6 @@ TEST(BasicSocket, FailedConnectsGiveNullWithTheirLine) {
     }
     EXPECT_EQ(orv::getIPFromHost(QHostAddress("::ffff:10.1.2.3")), "10.1.2.3");
     EXPECT_EQ(orv::getIPFromHost(QHostAddress("127.0.0.1")), "127.0.0.1");
-}
-
-// A key and self-signed certificate made by openssl, as a user of the server would.
-bool makeCertificate(QTemporaryDir const &dir) {
-    QProcess openssl;
-    openssl.start("openssl", {"req", "-x509", "-newkey", "rsa:2048", "-nodes", "-days", "2",
-                              "-subj", "/CN=localhost", "-keyout", dir.filePath("key.pem"), "-out",
-                              dir.filePath("cert.pem")});
-    return openssl.waitForFinished(30000) && openssl.exitCode() == 0;
-}
-
-TEST(XServer, TlsServerAndClientExchangeAHead) {
-    QTemporaryDir dir;
-    if (QStandardPaths::findExecutable("openssl").isEmpty() || !makeCertificate(dir))
-        GTEST_SKIP() << "openssl is needed to make a certificate (scripts/bootstrap.sh)";
-    QSslConfiguration config;
-    std::vector<QString> const missing = linesLoggedBy([&] {
-        EXPECT_FALSE(orv::XServer::setupSSLConfig(config, dir.filePath("no.pem"), ""));
-        EXPECT_FALSE(orv::XServer::setupSSLConfig(config, dir.filePath("cert.pem"), "/no"));
-    });
-    EXPECT_EQ(missing,
-              (std::vector<QString>{"XServer::setupSSLConfig cannot open sslCertFile " +
-                                        dir.filePath("no.pem"),
-                                    "XServer::setupSSLConfig cannot open sslKeyFile /no"}));
-    ASSERT_TRUE(
-        orv::XServer::setupSSLConfig(config, dir.filePath("cert.pem"), dir.filePath("key.pem")));
-    EXPECT_EQ(config.protocol(), 6);
-    orv::XServer server;
-    server.sslConfiguration = &config;
-    ASSERT_TRUE(server.listen(QHostAddress::LocalHost, 0));
-    Client client(server.serverPort(), "HEAD /s HTTP/1.0\r\n\r\n", true);
-    Served served = serveOne(server);
-    ASSERT_TRUE(served.parsed);
-    EXPECT_TRUE(served.socket->isSSL());
-    EXPECT_EQ(served.request.getFirstLine().getRequestType(), orv::HEAD);
-    answerAndClose(*served.socket, "tls");
-    EXPECT_EQ(client.finish(), "HTTP/1.1 200 OK\r\nContent-Length: 3\r\n\r\ntls");
 }
 
 } // namespace
