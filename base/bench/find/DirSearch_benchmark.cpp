@@ -38,12 +38,7 @@ public:
             return;
         QByteArray const text = source.readAll();
         std::uint64_t seed = 0x2545F4914F6CDD1Dull;
-        auto next = [&seed] {
-            seed ^= seed << 13;
-            seed ^= seed >> 7;
-            seed ^= seed << 17;
-            return seed;
-        };
+        auto next = [&seed] { return bench::xorShift(seed); };
         int const perFolder = TREE_FILES / (TREE_FOLDERS * TREE_FOLDERS);
         for (int i = 0; i < TREE_FILES; ++i) {
             int const leaf = i / perFolder;
